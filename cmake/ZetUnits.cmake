@@ -1,0 +1,73 @@
+# The units of the library, one for each class, sorted by class name across the folders.
+#
+# The order is observable: it is the order of the objects on the link line, so the order in which
+# static initialisers run, and so the order in which custom variant kinds get their numbers.
+set(ZET_UNITS
+  quantity/ZetApproximate
+  eqn/ZetBisonParser
+  image/ZetBuffer
+  image/ZetByteOrder
+  reflect/ZetCastValue
+  image/ZetColorModel
+  quantity/ZetComplexMath
+  eqn/ZetConstNode
+  image/ZetCoord2D
+  image/ZetCoord3D
+  core/ZetCoreFunctions
+  core/ZetCoreLibMgr
+  image/ZetDataLayout
+  image/ZetDataType
+  reflect/ZetEnum
+  reflect/ZetEnumValidator
+  eqn/ZetEqnNode
+  eqn/ZetEqnParser
+  eqn/ZetEqnParser_p
+  eqn/ZetEqnTile
+  eqn/ZetFcnNode
+  eqn/ZetFlexScanner
+  lut/ZetHistogram
+  lut/ZetHistogram_p
+  image/ZetImageSize
+  reflect/ZetKey
+  reflect/ZetKeyedObject
+  quantity/ZetMathConst
+  eqn/ZetMathFcn
+  persist/ZetMetaDataField
+  persist/ZetMetaDataObject
+  persist/ZetMetaDataReader
+  reflect/ZetMetaFlag
+  reflect/ZetMetaObject
+  reflect/ZetMetaProperties
+  reflect/ZetMetaProperty
+  reflect/ZetMetaType
+  core/ZetMutex
+  reflect/ZetNumValidator
+  core/ZetObject
+  reflect/ZetObjectFactory
+  reflect/ZetObjectProxy
+  image/ZetROI
+  quantity/ZetRational
+  core/ZetRefCounted
+  core/ZetSafeBool
+  quantity/ZetScalar
+  core/ZetSemaphore
+  image/ZetSize2D
+  image/ZetSize3D
+  lut/ZetStatistics
+  core/ZetStrList
+  core/ZetString
+  core/ZetTextHandler
+  core/ZetTextMsg
+  image/ZetTiePoint
+  core/ZetTypeID
+  quantity/ZetUnits
+  quantity/ZetUnits_p
+  reflect/ZetValidator
+  eqn/ZetVarNode
+  reflect/ZetVariant
+  reflect/ZetVariantIF
+  fileio/ZetVersion
+)
+
+# Starts last: the metadata classes take the numbers behind those of all other units.
+set(ZET_LAST_UNIT persist/ZetMetaDataSet)
