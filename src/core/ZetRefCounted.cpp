@@ -1,0 +1,9 @@
+#include <zet/ZetRefCounted>
+
+#include "core/ZetUnitInit"
+
+namespace zet {
+
+ZetRefCounted::~ZetRefCounted() = default;
+
+}  // namespace zet

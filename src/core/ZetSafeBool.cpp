@@ -1,0 +1,11 @@
+#include <zet/ZetSafeBool>
+
+#include "core/ZetUnitInit"
+
+namespace zet {
+namespace internal {
+
+ZetSafeBoolBase::~ZetSafeBoolBase() = default;
+
+}  // namespace internal
+}  // namespace zet

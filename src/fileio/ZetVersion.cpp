@@ -1,0 +1,61 @@
+#include <zet/ZetStrList>
+#include <zet/ZetVersion>
+
+#include <cwchar>
+#include <istream>
+#include <iterator>
+#include <ostream>
+
+#include "core/ZetUnitInit"
+
+namespace zet {
+namespace {
+
+template <class... Arguments>
+ZetString formatted(const wchar_t* format, Arguments... arguments)
+{
+    wchar_t piece[40] = {};
+    std::swprintf(piece, std::size(piece), format, arguments...);
+    return piece;
+}
+
+}  // namespace
+
+ZetString ZetVersion::className() const
+{
+    return L"ZetVersion";
+}
+
+ZetString ZetVersion::toString(const ZetString& separator, bool omitBuild) const
+{
+    ZetString text = formatted(L"%d%ls%d", m_major, separator.c_str(), m_minor);
+    if (!omitBuild && m_build != 0) {
+        text += formatted(L"%ls%d", separator.c_str(), m_build);
+    }
+    return text;
+}
+
+ZetVersion::operator ZetString() const
+{
+    return toString(L".", false);
+}
+
+std::wostream& operator<<(std::wostream& out, const ZetVersion& version)
+{
+    return out << static_cast<ZetString>(version);
+}
+
+std::wistream& operator>>(std::wistream& in, ZetVersion& version)
+{
+    ZetString word;
+    in >> word;
+    ZetStrList parts(word, L".");
+    while (parts.size() < 3) {
+        parts.append(L"0");
+    }
+    const auto part = [&](std::size_t index) { return static_cast<int>(strtoul(parts[index], 10)); };
+    version = ZetVersion(part(0), part(1), part(2));
+    return in;
+}
+
+}  // namespace zet
