@@ -61,6 +61,8 @@ set(ZET_UNITS
   image/ZetTiePoint
   core/ZetTypeID
   quantity/ZetUnits
+  quantity/ZetUnitsCache
+  quantity/ZetUnitsParser
   quantity/ZetUnits_p
   reflect/ZetValidator
   eqn/ZetVarNode
