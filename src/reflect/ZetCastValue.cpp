@@ -8,6 +8,7 @@
 #include <utility>
 
 #include <zet/ZetApproximate>
+#include <zet/ZetEnum>
 #include <zet/ZetVariantImpl>
 
 #include "core/ZetTotalCasts"
@@ -29,39 +30,41 @@ struct ConversionRow
     std::string_view marks;
 };
 
+// clang-format off
 constexpr ConversionRow kConversions[] = {
-    //                          0         1         2
-    //                          0123456789012345678901234567
-    {0 /* Bool          */,    "1111111..11. .......1 ......"},
-    {1 /* Int           */,    "11111111111. .......1 1111.."},
-    {2 /* UInt          */,    "11111111111. .......1 1111.."},
-    {3 /* Int64         */,    "11111111111. .......1 ......"},
-    {4 /* UInt64        */,    "11111111111. .......1 ......"},
-    {5 /* Double        */,    "11111111111. .......1 ......"},
-    {6 /* ComplexDouble */,    "11111111111. .......1 ......"},
-    {7 /* ZetI64Rational*/,    "11111111111. .......1 ......"},
-    {8 /* ZetU64Rational*/,    "11111111111. .......1 ......"},
-    {9 /* ZetChar       */,    "11111111111. .......1 ......"},
-    {10 /* ZetString     */,   "111111111111 .1111111 111111"},
-    {11 /* ZetStrList    */,   "1.........11 ........ ....1."},
-    {12 /* ZetEqnTile    */,   "            1               "},
-    {13 /* ZetBufferPtr  */,   "1.1.1.....1. 1....... ......"},
-    {14 /* ZetI32Coord   */,   "1.........1. .11..... ......"},
-    {15 /* ZetDblCoord   */,   "1.........1. .11..... ......"},
-    {16 /* ZetDblCoord2D */,   "1.........1. ...1.... ......"},
-    {17 /* ZetU32Size    */,   "1.........1. ....11.. ......"},
-    {18 /* ZetImageSize  */,   "1.........1. ....11.. ......"},
-    {19 /* ZetUnits      */,   "1.........1. ......1. ......"},
-    {20 /* ZetScalar     */,   "11111111111. .......1 ......"},
-    {21 /* ZetROI        */,   "1.........1. ........1......"},
-    {22 /* ZetDataType   */,   "111111.1111. ........ 1....."},
-    {23 /* ZetDataLayout */,   "111111.1111. ........ .1...."},
-    {24 /* ZetColorModel */,   "111111.1111. ........ ..1..."},
-    {25 /* ZetByteOrder  */,   "111111.1111. ........ ...1.."},
-    {26 /* ZetVariantList*/,   "............ ........ ....1."},
-    {27 /* ZetVariantMap */,   "............ ........ .....1"},
-    {28 /* none of these */,   "............ ........ ......"},
+    //                        0         1         2
+    //                        0123456789012345678901234567
+    { 0 /* Bool           */, "1111111..11. .......1 ......"},
+    { 1 /* Int            */, "11111111111. .......1 1111.."},
+    { 2 /* UInt           */, "11111111111. .......1 1111.."},
+    { 3 /* Int64          */, "11111111111. .......1 ......"},
+    { 4 /* UInt64         */, "11111111111. .......1 ......"},
+    { 5 /* Double         */, "11111111111. .......1 ......"},
+    { 6 /* ComplexDouble  */, "11111111111. .......1 ......"},
+    { 7 /* ZetI64Rational */, "11111111111. .......1 ......"},
+    { 8 /* ZetU64Rational */, "11111111111. .......1 ......"},
+    { 9 /* ZetChar        */, "11111111111. .......1 ......"},
+    {10 /* ZetString      */, "111111111111 .1111111 111111"},
+    {11 /* ZetStrList     */, "1.........11 ........ ....1."},
+    {12 /* ZetEqnTile     */, "            1               "},
+    {13 /* ZetBufferPtr   */, "1.1.1.....1. 1....... ......"},
+    {14 /* ZetI32Coord    */, "1.........1. .11..... ......"},
+    {15 /* ZetDblCoord    */, "1.........1. .11..... ......"},
+    {16 /* ZetDblCoord2D  */, "1.........1. ...1.... ......"},
+    {17 /* ZetU32Size     */, "1.........1. ....11.. ......"},
+    {18 /* ZetImageSize   */, "1.........1. ....11.. ......"},
+    {19 /* ZetUnits       */, "1.........1. ......1. ......"},
+    {20 /* ZetScalar      */, "11111111111. .......1 ......"},
+    {21 /* ZetROI         */, "1.........1. ........1......"},
+    {22 /* ZetDataType    */, "111111.1111. ........ 1....."},
+    {23 /* ZetDataLayout  */, "111111.1111. ........ .1...."},
+    {24 /* ZetColorModel  */, "111111.1111. ........ ..1..."},
+    {25 /* ZetByteOrder   */, "111111.1111. ........ ...1.."},
+    {26 /* ZetVariantList */, "............ ........ ....1."},
+    {27 /* ZetVariantMap  */, "............ ........ .....1"},
+    {28 /* none of these  */, "............ ........ ......"},
 };
+// clang-format on
 
 constexpr bool isWholeMatrix()
 {
@@ -151,8 +154,7 @@ bool ZetCastValue(const std::complex<double>& value, T* out)
 
 /// Every number that is not an integer reaches the numeric targets as a double.
 template <class T>
-    requires(!ZetTextTarget<T>)
-bool ZetCastValue(double value, T* out)
+requires(!ZetTextTarget<T>) bool ZetCastValue(double value, T* out)
 {
     if constexpr (std::same_as<T, bool>) {
         *out = value != 0.0;
@@ -177,8 +179,7 @@ bool ZetCastValue(double value, T* out)
 }
 
 template <class T, Integer S>
-    requires(!ZetTextTarget<T>)
-bool ZetCastValue(S value, T* out)
+requires(!ZetTextTarget<T>) bool ZetCastValue(S value, T* out)
 {
     if constexpr (std::same_as<T, bool>) {
         *out = value != 0;
@@ -196,15 +197,13 @@ bool ZetCastValue(S value, T* out)
 }
 
 template <class T, class S>
-    requires std::same_as<S, bool> && (!ZetTextTarget<T>)
-bool ZetCastValue(S value, T* out)
+requires std::same_as<S, bool> &&(!ZetTextTarget<T>)bool ZetCastValue(S value, T* out)
 {
     return ZetCastValue<T>(value ? 1 : 0, out);
 }
 
 template <class T>
-    requires(!ZetTextTarget<T>)
-bool ZetCastValue(const std::complex<double>& value, T* out)
+requires(!ZetTextTarget<T>) bool ZetCastValue(const std::complex<double>& value, T* out)
 {
     if constexpr (std::same_as<T, bool>) {
         *out = value.real() != 0.0 || value.imag() != 0.0;
@@ -218,8 +217,7 @@ bool ZetCastValue(const std::complex<double>& value, T* out)
 }
 
 template <class T>
-    requires(!ZetTextTarget<T>)
-bool ZetCastValue(const ZetScalar& value, T* out)
+requires(!ZetTextTarget<T>) bool ZetCastValue(const ZetScalar& value, T* out)
 {
     if constexpr (std::same_as<T, std::complex<double>>) {
         *out = value.value();
@@ -230,8 +228,7 @@ bool ZetCastValue(const ZetScalar& value, T* out)
 }
 
 template <class T, Rational S>
-    requires(!ZetTextTarget<T>)
-bool ZetCastValue(const S& value, T* out)
+requires(!ZetTextTarget<T>) bool ZetCastValue(const S& value, T* out)
 {
     if constexpr (Rational<T>) {
         using Field = std::decay_t<decltype(out->numerator())>;
@@ -254,8 +251,7 @@ bool ZetCastValue(const S& value, T* out)
 }
 
 template <class T, Enumeration S>
-    requires(!ZetTextTarget<T>)
-bool ZetCastValue(const S& value, T* out)
+requires(!ZetTextTarget<T>) bool ZetCastValue(const S& value, T* out)
 {
     if constexpr (std::same_as<T, bool>) {
         *out = value.type() != S::Invalid;
@@ -266,7 +262,7 @@ bool ZetCastValue(const S& value, T* out)
 }
 
 template <class T>
-    requires std::same_as<T, bool>
+requires std::same_as<T, bool>
 bool ZetCastValue(const ZetStrList& value, T* out)
 {
     *out = !value.empty();
@@ -274,7 +270,7 @@ bool ZetCastValue(const ZetStrList& value, T* out)
 }
 
 template <class T>
-    requires std::same_as<T, ZetVariantList>
+requires std::same_as<T, ZetVariantList>
 bool ZetCastValue(const ZetStrList& value, T* out)
 {
     out->assign(value.begin(), value.end());
@@ -282,14 +278,17 @@ bool ZetCastValue(const ZetStrList& value, T* out)
 }
 
 template <class T>
-    requires AnyOf<T, bool, unsigned int, unsigned long>
+requires AnyOf<T, bool, unsigned int, unsigned long>
 bool ZetCastValue(const ZetBufferPtr& value, T* out)
 {
     return ZetCastValue<T>(static_cast<unsigned long>(reinterpret_cast<std::uintptr_t>(value.get())), out);
 }
 
 template <class T, class S>
-    requires std::same_as<T, bool> && requires(const S& value) { value.isNull(); }
+requires std::same_as<T, bool> && requires(const S& value)
+{
+    value.isNull();
+}
 bool ZetCastValue(const S& value, T* out)
 {
     *out = !value.isNull();
@@ -309,8 +308,7 @@ bool ZetCastValue(const ZetCoord3D<double>& value, ZetCoord3D<int>* out)
 }
 
 template <class T, Size S>
-    requires(!ZetTextTarget<T>)
-bool ZetCastValue(const S& value, T* out)
+requires(!ZetTextTarget<T>) bool ZetCastValue(const S& value, T* out)
 {
     if constexpr (std::same_as<T, bool>) {
         *out = !value.isEmpty();
@@ -321,7 +319,7 @@ bool ZetCastValue(const S& value, T* out)
 }
 
 template <class T>
-    requires std::same_as<T, bool>
+requires std::same_as<T, bool>
 bool ZetCastValue(const ZetUnits& value, T* out)
 {
     *out = value.numCategories() > 0;
@@ -329,7 +327,7 @@ bool ZetCastValue(const ZetUnits& value, T* out)
 }
 
 template <class T>
-    requires std::same_as<T, bool>
+requires std::same_as<T, bool>
 bool ZetCastValue(const ZetROI& value, T* out)
 {
     *out = !value.size().isEmpty();
@@ -364,18 +362,20 @@ bool castByStream(const ZetString& text, T* out)
 }
 
 template <class T>
-    requires(!ZetTextTarget<T>)
-bool ZetCastValue(const ZetString& text, T* out)
+requires(!ZetTextTarget<T>) bool ZetCastValue(const ZetString& text, T* out)
 {
     if constexpr (std::same_as<T, bool>) {
         *out = isTrueWord(text);
         return true;
     } else if constexpr (std::same_as<T, int>) {
-        return castWholeText(text, [](const wchar_t* t, wchar_t** end) { return std::wcstol(t, end, 10); }, out);
+        return castWholeText(
+            text, [](const wchar_t* t, wchar_t** end) { return std::wcstol(t, end, 10); }, out);
     } else if constexpr (std::same_as<T, unsigned int>) {
-        return castWholeText(text, [](const wchar_t* t, wchar_t** end) { return std::wcstoul(t, end, 10); }, out);
+        return castWholeText(
+            text, [](const wchar_t* t, wchar_t** end) { return std::wcstoul(t, end, 10); }, out);
     } else if constexpr (std::same_as<T, double>) {
-        return castWholeText(text, [](const wchar_t* t, wchar_t** end) { return std::wcstod(t, end); }, out);
+        return castWholeText(
+            text, [](const wchar_t* t, wchar_t** end) { return std::wcstod(t, end); }, out);
     } else if constexpr (std::same_as<T, ZetStrList>) {
         castByStream(text, out);
         return true;

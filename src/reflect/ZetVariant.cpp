@@ -162,8 +162,7 @@ ZetVariant::ZetVariant(const ZetMetaType& type, const void* value) : m_implement
 
 ZetVariant::ZetVariant(const ZetVariantIFPtr& implementation)
     : m_implementation(implementation ? implementation : ZetVariantIFPtr(new ZetInvalidVariant()))
-{
-}
+{}
 
 ZetVariant::ZetVariant(const ZetVariant& other) = default;
 ZetVariant& ZetVariant::operator=(const ZetVariant& other) = default;
