@@ -32,6 +32,11 @@ set(ZET_UNITS
   reflect/ZetKeyedObject
   quantity/ZetMathConst
   eqn/ZetMathFcn
+  eqn/ZetMathFcnArithmetic
+  eqn/ZetMathFcnClip
+  eqn/ZetMathFcnElementary
+  eqn/ZetMathFcnLogic
+  eqn/ZetMathFcnReduction
   persist/ZetMetaDataField
   persist/ZetMetaDataObject
   persist/ZetMetaDataReader
@@ -45,6 +50,7 @@ set(ZET_UNITS
   core/ZetObject
   reflect/ZetObjectFactory
   reflect/ZetObjectProxy
+  eqn/ZetOperand
   image/ZetROI
   quantity/ZetRational
   core/ZetRefCounted
