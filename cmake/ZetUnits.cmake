@@ -17,6 +17,7 @@ set(ZET_UNITS
   core/ZetCoreLibMgr
   image/ZetDataLayout
   image/ZetDataType
+  eqn/ZetDeepEvaluation
   reflect/ZetEnum
   reflect/ZetEnumValidator
   eqn/ZetEqnNode

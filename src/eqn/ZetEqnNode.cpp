@@ -1,0 +1,44 @@
+#include "eqn/ZetEqnNode"
+
+#include "core/ZetUnitInit"
+
+namespace zet {
+namespace internal {
+
+ZetString ZetEqnNode::className() const
+{
+    return L"ZetEqnNode";
+}
+
+const ZetConstNode* ZetEqnNode::toConstNode() const
+{
+    return nullptr;
+}
+
+const ZetVarNode* ZetEqnNode::toVarNode() const
+{
+    return nullptr;
+}
+
+const ZetFcnNode* ZetEqnNode::toFcnNode() const
+{
+    return nullptr;
+}
+
+ZetConstNode* ZetEqnNode::toConstNode()
+{
+    return nullptr;
+}
+
+ZetVarNode* ZetEqnNode::toVarNode()
+{
+    return nullptr;
+}
+
+ZetFcnNode* ZetEqnNode::toFcnNode()
+{
+    return nullptr;
+}
+
+}  // namespace internal
+}  // namespace zet

@@ -1,0 +1,24 @@
+#include "eqn/ZetVarNode"
+
+#include "core/ZetUnitInit"
+
+namespace zet {
+namespace internal {
+
+ZetString ZetVarNode::className() const
+{
+    return L"ZetVarNode";
+}
+
+ZetVarNode* ZetVarNode::clone() const
+{
+    return new ZetVarNode(*this);
+}
+
+ZetVariant ZetVarNode::evaluate()
+{
+    return m_value;
+}
+
+}  // namespace internal
+}  // namespace zet
