@@ -1,5 +1,6 @@
 #include <zet/ZetStrList>
 #include <zet/ZetVersion>
+#include <zet/ZetVersionMetaObj>
 
 #include <cwchar>
 #include <istream>
@@ -20,6 +21,21 @@ ZetString formatted(const wchar_t* format, Arguments... arguments)
 }
 
 }  // namespace
+
+ZetMetaPropertiesPtr ZetVersionMetaObj::staticProperties()
+{
+    static constexpr Row rows[] = {
+        ZET_ROW(major, L"Major", ZetMetaFlag::Editable),
+        ZET_ROW(minor, L"Minor", ZetMetaFlag::Editable),
+        ZET_ROW(build, L"Build", ZetMetaFlag::Editable),
+    };
+    return fill(L"ZetVersion", rows);
+}
+
+ZetMetaObjectConstPtr ZetVersion::metaObject() const
+{
+    return new ZetVersionMetaObj(this);
+}
 
 ZetString ZetVersion::className() const
 {

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <zet/ZetVersionMetaObj>
+
 #include "support/ZetPrint"
 
 namespace zet {
@@ -104,6 +106,48 @@ TEST(ZetVersion, readsItsText)
         EXPECT_EQ(version.minor(), row.minor);
         EXPECT_EQ(version.build(), row.build);
     }
+}
+
+TEST(ZetVersion, hasThreeProperties)
+{
+    struct Row
+    {
+        const wchar_t* name;
+        const wchar_t* label;
+    };
+    const Row rows[] = {{L"major", L"Major"}, {L"minor", L"Minor"}, {L"build", L"Build"}};
+    const ZetMetaPropertiesPtr properties = ZetVersionMetaObj::staticProperties();
+    EXPECT_EQ(properties->ownerClassName(), L"ZetVersion");
+    EXPECT_EQ(properties->propertyNames(true), (ZetStrList{L"major", L"minor", L"build"}));
+    for (const Row& row : rows) {
+        const ZetMetaPropertyPtr property = properties->property(row.name, false);
+        ASSERT_TRUE(property);
+        EXPECT_EQ(property->label(), row.label);
+        EXPECT_EQ(property->flags().flags(), 0);
+        EXPECT_EQ(property->type().type(), ZetMetaType::Int);
+    }
+}
+
+TEST(ZetVersion, propertiesReachTheFields)
+{
+    ZetVersion version(2, 5, 7);
+    EXPECT_TRUE(version.isMetaObject());
+    const ZetMetaObjectPtr meta = version.metaObject();
+    ASSERT_TRUE(meta);
+    meta->properties();
+    ZetVariant value;
+    EXPECT_EQ(meta->getPropertyValue(L"minor", value), 0);
+    EXPECT_EQ(value.type().type(), ZetMetaType::Int);
+    EXPECT_EQ(value.value<int>(), 5);
+    EXPECT_EQ(meta->setPropertyValue(L"major", ZetVariant(3)), 0);
+    EXPECT_EQ(meta->setPropertyValue(L"minor", ZetVariant(L"4")), 0);
+    EXPECT_EQ(meta->setPropertyValue(L"build", ZetVariant(6.9)), 0);
+    EXPECT_EQ(static_cast<ZetString>(version), L"3.4.6");
+    // what does not convert arrives as zero
+    EXPECT_EQ(meta->setPropertyValue(L"build", ZetVariant(L"x")), 0);
+    EXPECT_EQ(version.build(), 0);
+    EXPECT_EQ(meta->setPropertyValue(L"patch", ZetVariant(1)), 1);
+    EXPECT_EQ(meta->getPropertyValue(L"patch", value), 1);
 }
 
 }  // namespace
