@@ -1,0 +1,230 @@
+#include "quantity/ZetUnits_p"
+
+#include <array>
+
+#include <zet/ZetEnum>
+
+#include "core/ZetUnitInit"
+
+namespace zet {
+namespace {
+
+using Unit = ZetUnits::Unit;
+using Category = ZetUnits::Category;
+
+struct UnitRow
+{
+    Unit unit;
+    const wchar_t* symbol;
+    Category category;
+    double toBase;
+    double fromBase;
+};
+
+// clang-format off
+constexpr UnitRow unitRows[] = {
+    // unit              symbol        category               to base                 from base
+    {Unit::Unitless,     L"unitless",  ZetUnits::Unitless,    1.0,                    1.0},
+    {Unit::Meter,        L"m",         ZetUnits::Length,      1.0,                    1.0},
+    {Unit::Centimeter,   L"cm",        ZetUnits::Length,      0.01,                   100.0},
+    {Unit::Millimeter,   L"mm",        ZetUnits::Length,      0.001,                  1000.0},
+    {Unit::Micrometer,   L"um",        ZetUnits::Length,      1e-6,                   1e6},
+    {Unit::Nanometer,    L"nm",        ZetUnits::Length,      1e-9,                   1e9},
+    {Unit::Kilometer,    L"km",        ZetUnits::Length,      1000.0,                 0.001},
+    {Unit::Inch,         L"in",        ZetUnits::Length,      0.0254,                 39.37007874015748},
+    {Unit::Foot,         L"ft",        ZetUnits::Length,      0.3048,                 3.280839895013123},
+    {Unit::Mile,         L"mi",        ZetUnits::Length,      1609.344,               0.0006213711922373339},
+    {Unit::NauticalMile, L"nmi",       ZetUnits::Length,      1852.0,                 0.0005399568034557236},
+    {Unit::Kilogram,     L"kg",        ZetUnits::Mass,        1.0,                    1.0},
+    {Unit::Gram,         L"g",         ZetUnits::Mass,        0.001,                  1000.0},
+    {Unit::Milligram,    L"mg",        ZetUnits::Mass,        1e-6,                   1e6},
+    {Unit::Microgram,    L"ug",        ZetUnits::Mass,        1e-9,                   1e9},
+    {Unit::AtomicMass,   L"amu",       ZetUnits::Mass,        1.66054e-27,            6.022137376997844e26},
+    {Unit::Second,       L"s",         ZetUnits::Time,        1.0,                    1.0},
+    {Unit::Millisecond,  L"ms",        ZetUnits::Time,        0.001,                  1000.0},
+    {Unit::Microsecond,  L"us",        ZetUnits::Time,        1e-6,                   1e6},
+    {Unit::Nanosecond,   L"ns",        ZetUnits::Time,        1e-9,                   1e9},
+    {Unit::Minute,       L"min",       ZetUnits::Time,        60.0,                   0.016666666666666666},
+    {Unit::Hour,         L"hr",        ZetUnits::Time,        3600.0,                 0.0002777777777777778},
+    {Unit::Radian,       L"rad",       ZetUnits::Angle,       1.0,                    1.0},
+    {Unit::Milliradian,  L"mrad",      ZetUnits::Angle,       0.001,                  1000.0},
+    {Unit::Microradian,  L"urad",      ZetUnits::Angle,       1e-6,                   1e6},
+    {Unit::Nanoradian,   L"nrad",      ZetUnits::Angle,       1e-9,                   1e9},
+    {Unit::Degree,       L"deg",       ZetUnits::Angle,       0.017453292519943295,   57.29577951308232},
+    {Unit::ArcMinute,    L"arcmin",    ZetUnits::Angle,       0.0002908882086657216,  3437.7467707849396},
+    {Unit::ArcSecond,    L"arcsec",    ZetUnits::Angle,       4.84813681109536e-6,    206264.80624709636},
+    {Unit::Kelvin,       L"K",         ZetUnits::Temperature, 1.0,                    1.0},
+    {Unit::Ampere,       L"A",         ZetUnits::Current,     1.0,                    1.0},
+    {Unit::Count,        L"cnt",       ZetUnits::Count,       1.0,                    1.0},
+    {Unit::Cycle,        L"cyc",       ZetUnits::Cycle,       1.0,                    1.0},
+    {Unit::Electron,     L"el",        ZetUnits::Electron,    1.0,                    1.0},
+    {Unit::Photon,       L"ph",        ZetUnits::Photon,      1.0,                    1.0},
+};
+
+struct DerivedRow
+{
+    const wchar_t* name;
+    double factor;
+    const wchar_t* expression;
+};
+
+// Names are case-sensitive: "KHz" has a capital K, and the pressure "inHq" ends in a q.
+constexpr DerivedRow derivedRows[] = {
+    // name       factor          expression
+    {L"sr",       1.0,            L"rad^2"},
+    {L"J",        1.0,            L"kg m^2 / s^2"},
+    {L"mJ",       0.001,          L"kg m^2 / s^2"},
+    {L"uJ",       1e-6,           L"kg m^2 / s^2"},
+    {L"nJ",       1e-9,           L"kg m^2 / s^2"},
+    {L"pJ",       1e-12,          L"kg m^2 / s^2"},
+    {L"erg",      1e-7,           L"kg m^2 / s^2"},
+    {L"W",        1.0,            L"kg m^2 / s^3"},
+    {L"mW",       0.001,          L"kg m^2 / s^3"},
+    {L"uW",       1e-6,           L"kg m^2 / s^3"},
+    {L"nW",       1e-9,           L"kg m^2 / s^3"},
+    {L"pW",       1e-12,          L"kg m^2 / s^3"},
+    {L"Hz",       1.0,            L"s^-1"},
+    {L"KHz",      1000.0,         L"s^-1"},
+    {L"MHz",      1e6,            L"s^-1"},
+    {L"GHz",      1e9,            L"s^-1"},
+    {L"wavenum",  29979245800.0,  L"s^-1"},
+    {L"N",        1.0,            L"kg m / s^2"},
+    {L"dyne",     1e-5,           L"kg m / s^2"},
+    {L"lb",       4.44822161525,  L"kg m / s^2"},
+    {L"oz",       0.278013850953, L"kg m / s^2"},
+    {L"Pa",       1.0,            L"kg / m s^2"},
+    {L"stdAtm",   101325.0,       L"kg / m s^2"},
+    {L"torr",     133.3224,       L"kg / m s^2"},
+    {L"inHq",     3386.3883,      L"kg / m s^2"},
+    {L"bar",      100000.0,       L"kg / m s^2"},
+    {L"mbar",     100.0,          L"kg / m s^2"},
+    {L"C",        1.0,            L"A s"},
+};
+// clang-format on
+
+constexpr bool inOrderOfUnits()
+{
+    for (std::size_t i = 0; i < std::size(unitRows); ++i) {
+        if (static_cast<std::size_t>(unitRows[i].unit) != i) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(std::size(unitRows) == 35 && inOrderOfUnits(), "one row per unit");
+
+/// What the table has for \p unit, or null.
+const ZetUnits_p::UnitInfo* infoOf(Unit unit)
+{
+    const auto& table = ZetUnits_p::unitToInfoMap();
+    const auto found = table.find(unit);
+    return found != table.end() ? &found->second : nullptr;
+}
+
+ZetEnum makeEnumeration(Category category)
+{
+    ZetEnum enumeration;
+    for (const UnitRow& row : unitRows) {
+        if (category == ZetUnits::Unitless || category == row.category) {
+            enumeration.insert(ZetEnum::Item({static_cast<int>(row.unit), row.symbol}));
+        }
+    }
+    return enumeration;
+}
+
+constexpr int enumeratedCategories = ZetUnits::Current + 1;
+
+std::array<ZetEnum, enumeratedCategories> makeEnumerations()
+{
+    std::array<ZetEnum, enumeratedCategories> enumerations;
+    for (int category = 0; category < enumeratedCategories; ++category) {
+        enumerations[static_cast<std::size_t>(category)] = makeEnumeration(static_cast<Category>(category));
+    }
+    return enumerations;
+}
+
+}  // namespace
+
+const std::map<Unit, ZetUnits_p::UnitInfo>& ZetUnits_p::unitToInfoMap()
+{
+    static const auto table = [] {
+        std::map<Unit, UnitInfo> made;
+        for (const UnitRow& row : unitRows) {
+            made[row.unit] = {row.category, row.toBase, row.fromBase, row.symbol};
+        }
+        return made;
+    }();
+    return table;
+}
+
+const std::map<ZetString, ZetUnits_p::Fundamental>& ZetUnits_p::cmplxStrToFundamentalMap()
+{
+    static const auto table = [] {
+        std::map<ZetString, Fundamental> made;
+        for (const DerivedRow& row : derivedRows) {
+            made[row.name] = {row.factor, row.expression};
+        }
+        return made;
+    }();
+    return table;
+}
+
+const std::map<ZetString, Unit>& ZetUnits_p::strToUnitMap()
+{
+    static const auto table = [] {
+        std::map<ZetString, Unit> made;
+        for (const UnitRow& row : unitRows) {
+            made[row.symbol] = row.unit;
+        }
+        return made;
+    }();
+    return table;
+}
+
+const ZetString& ZetUnits_p::toString(Unit unit)
+{
+    static const ZetString noSymbol;
+    const UnitInfo* info = infoOf(unit);
+    return info ? info->symbol : noSymbol;
+}
+
+double ZetUnits_p::toBaseUnits(Unit unit)
+{
+    const UnitInfo* info = infoOf(unit);
+    return info ? info->toBase : 1.0;
+}
+
+double ZetUnits_p::fromBaseUnits(Unit unit)
+{
+    const UnitInfo* info = infoOf(unit);
+    return info ? info->fromBase : 1.0;
+}
+
+Category ZetUnits_p::toCategory(Unit unit)
+{
+    const UnitInfo* info = infoOf(unit);
+    return info ? info->category : ZetUnits::Unitless;
+}
+
+Unit ZetUnits_p::fromString(const ZetString& text)
+{
+    const auto found = strToUnitMap().find(text);
+    return found != strToUnitMap().end() ? found->second : Unit::Unitless;
+}
+
+const ZetUnits_p::Fundamental& ZetUnits_p::toFundamentalUnits(const ZetString& text)
+{
+    static const Fundamental unknown = {};
+    const auto found = cmplxStrToFundamentalMap().find(text);
+    return found != cmplxStrToFundamentalMap().end() ? found->second : unknown;
+}
+
+const ZetEnum& ZetUnits_p::enumList(Category category)
+{
+    static const auto enumerations = makeEnumerations();
+    static const ZetEnum none;
+    const auto slot = static_cast<unsigned int>(category);
+    return slot < enumerations.size() ? enumerations[slot] : none;
+}
+
+}  // namespace zet
