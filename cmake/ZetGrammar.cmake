@@ -17,3 +17,6 @@ target_sources(zet_objects PRIVATE ${BISON_ZetGrammar_OUTPUTS} ${FLEX_ZetScanner
 target_include_directories(zet_objects PRIVATE ${ZET_GRAMMAR_DIR} ${FLEX_INCLUDE_DIRS})
 # Our warnings are for code that people write.
 set_source_files_properties(${ZET_GRAMMAR_DIR}/zet_grammar.cc ${FLEX_ZetScanner_OUTPUTS} PROPERTIES COMPILE_OPTIONS -w)
+
+# The generated sources alone, for tools that read the compile commands.
+add_custom_target(zet_generated DEPENDS ${BISON_ZetGrammar_OUTPUTS} ${FLEX_ZetScanner_OUTPUTS})

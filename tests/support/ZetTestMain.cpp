@@ -1,0 +1,17 @@
+#include <cstdlib>
+#include <iostream>
+#include <locale>
+
+#include <gtest/gtest.h>
+
+/// Runs the tests, under the locale that ZET_TEST_LOCALE names if it is set: as the global locale of
+/// both C and C++, which a program may well have chosen.
+int main(int argc, char** argv)
+{
+    ::testing::InitGoogleTest(&argc, argv);
+    if (const char* name = std::getenv("ZET_TEST_LOCALE")) {
+        std::locale::global(std::locale(name));
+        std::cout << "tests run under the locale " << name << std::endl;
+    }
+    return RUN_ALL_TESTS();
+}
