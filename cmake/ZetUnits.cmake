@@ -3,6 +3,7 @@
 # The order is observable: it is the order of the objects on the link line, so the order in which
 # static initialisers run, and so the order in which custom variant kinds get their numbers.
 set(ZET_UNITS
+  image/QorSwapBytesLoop
   quantity/ZetApproximate
   eqn/ZetBisonParser
   image/ZetBuffer
@@ -24,6 +25,9 @@ set(ZET_UNITS
   eqn/ZetEqnParser
   eqn/ZetEqnParser_p
   eqn/ZetEqnTile
+  eqn/ZetEqnTileArithmetic
+  eqn/ZetEqnTileFunctions
+  eqn/ZetEqnTileReductions
   eqn/ZetFcnNode
   eqn/ZetFlexScanner
   lut/ZetHistogram
@@ -52,9 +56,11 @@ set(ZET_UNITS
   reflect/ZetObjectFactory
   reflect/ZetObjectProxy
   eqn/ZetOperand
+  image/ZetPixelKernels
   image/ZetROI
   quantity/ZetRational
   core/ZetRefCounted
+  eqn/ZetRoundClipLoop
   core/ZetSafeBool
   quantity/ZetScalar
   core/ZetSemaphore
