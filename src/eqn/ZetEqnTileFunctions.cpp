@@ -7,8 +7,10 @@
 
 #include "core/ZetTotalCasts"
 #include "core/ZetUnitInit"
+#include "core/ZetWholePower"
 #include "eqn/ZetTileAccess"
 #include "eqn/ZetTileMaps"
+#include "quantity/ZetComplexParts"
 
 namespace zet {
 
@@ -30,27 +32,7 @@ double sincOf(double x)
 
 Complex sincOf(const Complex& z)
 {
-    if (!(std::abs(z) > epsilonDouble())) {
-        return 1.0;
-    }
-    const Complex sine = std::sin(z);
-    const double m = z.real() * z.real() + z.imag() * z.imag();
-    return {(sine.real() * z.real() + sine.imag() * z.imag()) / m,
-            (sine.imag() * z.real() - sine.real() * z.imag()) / m};
-}
-
-/// x multiplied by itself, by squaring along the bits of the exponent from the lowest.
-double powerOf(double x, int exponent)
-{
-    unsigned int bits = exponent < 0 ? 0U - static_cast<unsigned int>(exponent) : static_cast<unsigned int>(exponent);
-    double power = bits % 2 != 0 ? x : 1.0;
-    while (bits >>= 1) {
-        x *= x;
-        if (bits % 2 != 0) {
-            power *= x;
-        }
-    }
-    return exponent < 0 ? 1.0 / power : power;
+    return std::abs(z) > epsilonDouble() ? internal::scalar::quotient(std::sin(z), z) : 1.0;
 }
 
 double factorialOf(double x)
@@ -318,7 +300,7 @@ ZetEqnTile ZetEqnTile::pow(double p) const
     }
     const int exponent = internal::truncateToInt32(p);
     if (exponent == p) {
-        return mapReal(*this, [exponent](double x) { return powerOf(x, exponent); });
+        return mapReal(*this, [exponent](double x) { return internal::wholePower(x, exponent); });
     }
     return mapReal(*this, [p](double x) { return std::pow(x, p); });
 }
