@@ -95,7 +95,7 @@ void ZetStrList::insert(std::size_t index, const ZetString& text)
 void ZetStrList::remove(const ZetString& text)
 {
     // The text may be an element of this list.
-    const ZetString unwanted = text;
+    const ZetString unwanted = text;  // NOLINT(performance-unnecessary-copy-initialization)
     m_elements.erase(std::remove(m_elements.begin(), m_elements.end(), unwanted), m_elements.end());
 }
 
