@@ -130,7 +130,7 @@ void ZetUnitsParser::parseFactor()
     if (end == npos) {
         end = text.size();
     } else {
-        next = text.find_first_not_of(whiteSpace, end);
+        next = text.find_first_not_of(whiteSpace, end + 1);
         const std::size_t gap = (next == npos ? text.size() : next) - end;
         // KEPT: behind two or more characters the slash is looked for past the blanks, and seen
         // again when it is the next position itself. Test: ZetUnits.parsing.
