@@ -1,0 +1,121 @@
+// Comparison, logic and choice.
+
+#include "core/ZetUnitInit"
+#include "eqn/ZetMathFcn"
+#include "eqn/ZetOperand"
+
+namespace zet {
+namespace internal {
+namespace {
+
+bool areEqual(ZetEqnArgs& args)
+{
+    const ZetOperand b(args[1]);
+    const ZetOperand a(args[0]);
+    return a.value() == b.value();
+}
+
+struct Ordering
+{
+    const wchar_t* name;
+    bool (*ofDoubles)(double, double);
+    bool (*ofScalars)(const ZetScalar&, const ZetScalar&);
+};
+
+ZetVariant compare(const Ordering& ordering, ZetEqnArgs& args)
+{
+    ZetOperand a(args[0]);
+    ZetOperand b(args[1]);
+    ZetOperand::pair(a, b);
+    if (a.isDouble() && b.isDouble()) {
+        return ordering.ofDoubles(a.toDouble(), b.toDouble());
+    }
+    if (a.isScalar() && b.isScalar()) {
+        return ordering.ofScalars(a.toScalar(), b.toScalar());
+    }
+    throwBadArgError(ordering.name, __LINE__);
+}
+
+bool truthOf(const wchar_t* name, const ZetOperand& operand)
+{
+    if (!operand.value().isValid()) {
+        throwBadArgError(name, __LINE__);
+    }
+    return operand.value().value<bool>();
+}
+
+}  // namespace
+
+// KEPT: the right side is evaluated first, and the left side's kind decides how the two compare:
+// (1<2)==5 is true, 5==(1<2) is not. Test: ZetMathFcn.equalityLeadsFromTheLeft.
+ZetVariant ZetMathFcn::equals(ZetEqnArgs& args)
+{
+    return areEqual(args);
+}
+
+ZetVariant ZetMathFcn::notequals(ZetEqnArgs& args)
+{
+    return !areEqual(args);
+}
+
+#define ZET_ORDERING(Name, OfDoubles, OfScalars)                                                             \
+    ZetVariant ZetMathFcn::Name(ZetEqnArgs& args)                                                            \
+    {                                                                                                        \
+        static const Ordering ordering = {L"" #Name, [](double a, double b) { return OfDoubles; },           \
+                                          [](const ZetScalar& a, const ZetScalar& b) { return OfScalars; }}; \
+        return compare(ordering, args);                                                                      \
+    }
+
+ZET_ORDERING(lessthan, a < b, a < b)
+ZET_ORDERING(lessthanequals, a <= b, a < b || a == b)
+ZET_ORDERING(greaterthan, a > b, a > b)
+ZET_ORDERING(greaterthanequals, a >= b, a > b || a == b)
+
+#undef ZET_ORDERING
+
+ZetVariant ZetMathFcn::logicalnot(ZetEqnArgs& args)
+{
+    return !truthOf(L"logicalnot (!)", ZetOperand(args[0]));
+}
+
+// KEPT: there is no short circuit, the right side is always evaluated.
+// Test: ZetMathFcn.logicEvaluatesBothSides.
+ZetVariant ZetMathFcn::logicalor(ZetEqnArgs& args)
+{
+    const ZetOperand a(args[0]);
+    const ZetOperand b(args[1]);
+    const bool left = truthOf(L"logicalor (||)", a);
+    return truthOf(L"logicalor (||)", b) || left;
+}
+
+ZetVariant ZetMathFcn::logicaland(ZetEqnArgs& args)
+{
+    const ZetOperand a(args[0]);
+    const ZetOperand b(args[1]);
+    const bool left = truthOf(L"logicaland (&&)", a);
+    return truthOf(L"logicaland (&&)", b) && left;
+}
+
+ZetVariant ZetMathFcn::ternary(ZetEqnArgs& args)
+{
+    const bool first = truthOf(L"ternary (? :)", ZetOperand(args[0]));
+    return ZetOperand(args[first ? 1 : 2]).value();
+}
+
+// KEPT: the selector counts itself, so select(1,a,b) is a, and select(0,a,b) is the selector.
+// Test: ZetMathFcn.selectCountsTheSelector.
+ZetVariant ZetMathFcn::select(ZetEqnArgs& args)
+{
+    const ZetOperand selector(args[0]);
+    if (!selector.value().isNumeric()) {
+        throwBadArgError(L"select", __LINE__);
+    }
+    const unsigned int chosen = selector.value().value<unsigned int>();
+    if (chosen >= args.size()) {
+        throwBadArgError(L"select", __LINE__);
+    }
+    return chosen == 0 ? selector.value() : ZetOperand(args[chosen]).value();
+}
+
+}  // namespace internal
+}  // namespace zet

@@ -1,0 +1,238 @@
+// Functions of any number of operands.
+
+#include <algorithm>
+#include <cmath>
+#include <complex>
+#include <cstring>
+#include <type_traits>
+#include <vector>
+
+#include "core/ZetUnitInit"
+#include "eqn/ZetMathFcn"
+#include "eqn/ZetOperand"
+#include "image/ZetElementTypes"
+
+namespace zet {
+namespace internal {
+namespace {
+
+/// Folds the operands from left to right by \p step; a tile alone is reduced by \p ofTile, and any
+/// other value alone comes back as it is.
+ZetVariant fold(ZetEqnArgs& args, ZetVariant (*step)(ZetOperand&, ZetOperand&), double (ZetEqnTile::*ofTile)() const)
+{
+    ZetOperand result(args[0]);
+    if (args.size() == 1) {
+        return result.isTile() ? ZetVariant((result.tile().*ofTile)()) : result.value();
+    }
+    for (std::size_t i = 1; i < args.size(); ++i) {
+        ZetOperand next(args[i]);
+        result = ZetOperand(step(result, next));
+    }
+    return result.value();
+}
+
+struct Extreme
+{
+    const wchar_t* name;
+    bool greatest;
+    ZetEqnTile (ZetEqnTile::*withTile)(const ZetEqnTile&) const;
+    ZetEqnTile (ZetEqnTile::*withNumber)(double) const;
+};
+
+/// One of two operands, with the kind that it has, or the tile of the smaller or greater elements.
+ZetVariant extremeOf(const Extreme& extreme, ZetOperand& a, ZetOperand& b)
+{
+    ZetOperand::pair(a, b);
+    if (a.isNumber() && b.isNumber()) {
+        const bool aIsGreater = a.isDouble() ? a.toDouble() > b.toDouble() : a.toScalar() > b.toScalar();
+        return aIsGreater == extreme.greatest ? a.value() : b.value();
+    }
+    if (a.isTile() && b.isTile()) {
+        return (a.tile().*extreme.withTile)(b.tile());
+    }
+    if (a.isTile() && b.isNumber()) {
+        return (a.tile().*extreme.withNumber)(b.toDouble());
+    }
+    if (a.isNumber() && b.isTile()) {
+        return (b.tile().*extreme.withNumber)(a.toDouble());
+    }
+    throwBadArgError(extreme.name, __LINE__);
+}
+
+// The classes of real and of all elements, in the order of the numbers of ZetDataType.
+using RealElements =
+    ZetTypes<signed char, unsigned char, short, unsigned short, int, unsigned int, long, unsigned long, float, double>;
+using AllElements = ZetTypes<signed char, unsigned char, short, unsigned short, int, unsigned int, long, unsigned long,
+                             float, double, std::complex<float>, std::complex<double>>;
+
+/// Element \p i of a block, which may lie at any address.
+template <class T>
+T elementAt(const ZetEqnTile& tile, long i)
+{
+    T element;
+    std::memcpy(static_cast<void*>(&element), tile.elements<const char>() + i * static_cast<long>(sizeof(T)),
+                sizeof element);
+    return element;
+}
+
+/// The total of a tile: the sum of as many elements as it has.
+///
+/// KEPT: it steps through the block one element at a time and ignores the increment; what lies
+/// outside of the block is left out. Test: ZetMathFcn.totalsIgnoreTheIncrement.
+template <class T>
+ZetVariant sum_aux(const ZetEqnTile& tile)
+{
+    using Sum = std::conditional_t<std::is_arithmetic_v<T>, double, std::complex<double>>;
+    const unsigned long inBlock = tile.buffer().get() ? tile.buffer()->size() / sizeof(T) : 0;
+    const long count = static_cast<long>(std::min(tile.size(), inBlock));
+    Sum total = 0.0;
+    for (long i = 0; i < count; ++i) {
+        total += static_cast<Sum>(elementAt<T>(tile, i));
+    }
+    return total;
+}
+
+ZetVariant totalOf(const ZetEqnTile& tile)
+{
+    ZetVariant total = 0.0;
+    visitElement(tile.dataType().type(), AllElements(),
+                 [&](auto tag) { total = sum_aux<typename decltype(tag)::type>(tile); });
+    return total;
+}
+
+/// The sum of two operands; a tile takes part with its total.
+ZetVariant sum_aux(ZetOperand& a, ZetOperand& b)
+{
+    ZetOperand::pair(a, b);
+    if (a.isDouble() && b.isDouble()) {
+        return a.toDouble() + b.toDouble();
+    }
+    if (a.isScalar() && b.isScalar()) {
+        return a.toScalar() + b.toScalar();
+    }
+    if (a.isTile()) {
+        ZetOperand total(totalOf(a.tile()));
+        return sum_aux(total, b);
+    }
+    if (b.isTile()) {
+        ZetOperand total(totalOf(b.tile()));
+        return sum_aux(a, total);
+    }
+    throwBadArgError(L"sum", __LINE__);
+}
+
+/// The sum of \p count operands over their number.
+ZetVariant meanOf(const ZetVariant& sum, std::size_t count)
+{
+    if (!sum.isNumeric()) {
+        throwBadArgError(L"mean", __LINE__);
+    }
+    const double n = static_cast<double>(count);
+    if (sum.type().type() == ZetMetaType::ComplexDouble) {
+        return complexResult(sum.value<ZetScalar>() / n);
+    }
+    return sum.value<double>() / n;
+}
+
+template <class T>
+void median_append(std::vector<double>& numbers, const ZetEqnTile& tile)
+{
+    numbers.reserve(numbers.size() + tile.size());
+    for (unsigned long i = 0; i < tile.size(); ++i) {
+        numbers.push_back(static_cast<double>(elementAt<T>(tile, static_cast<long>(i) * tile.increment())));
+    }
+}
+
+/// Appends the real numbers of \p operand: itself, or the elements of a tile.
+void appendTo(std::vector<double>& numbers, ZetOperand& operand)
+{
+    if (operand.isDouble()) {
+        numbers.push_back(operand.toDouble());
+    } else if (operand.isScalar() && operand.toScalar().isReal()) {
+        numbers.push_back(operand.toScalar().real());
+    } else if (operand.isTile() && !operand.tile().dataType().isComplex()) {
+        const ZetEqnTile& tile = operand.tile();
+        visitElement(tile.dataType().type(), RealElements(),
+                     [&](auto tag) { median_append<typename decltype(tag)::type>(numbers, tile); });
+    } else {
+        throwBadArgError(L"median", __LINE__);
+    }
+}
+
+/// The order of the median: NaN last, and -0.0 before 0.0.
+bool comesBefore(double a, double b)
+{
+    if (std::isnan(a) || std::isnan(b)) {
+        return std::isnan(b) && !std::isnan(a);
+    }
+    return a < b || (a == b && std::signbit(a) && !std::signbit(b));
+}
+
+/// The one in the middle of the numbers in order, the lower one of two; 0.0 for none.
+double lowerMedian(std::vector<double>& numbers)
+{
+    if (numbers.empty()) {
+        return 0.0;
+    }
+    const auto middle = numbers.begin() + static_cast<long>((numbers.size() - 1) / 2);
+    std::nth_element(numbers.begin(), middle, numbers.end(), comesBefore);
+    return *middle;
+}
+
+}  // namespace
+
+// KEPT: of two equal operands min gives the first and max the second, which shows where their
+// kinds differ. Test: ZetMathFcn.extremesOfEqualOperands.
+ZetVariant ZetMathFcn::min_aux(ZetOperand& a, ZetOperand& b)
+{
+    static const Extreme least = {L"min", false, &ZetEqnTile::min, &ZetEqnTile::min};
+    return extremeOf(least, a, b);
+}
+
+ZetVariant ZetMathFcn::max_aux(ZetOperand& a, ZetOperand& b)
+{
+    static const Extreme greatest = {L"max", true, &ZetEqnTile::max, &ZetEqnTile::max};
+    return extremeOf(greatest, a, b);
+}
+
+ZetVariant ZetMathFcn::min(ZetEqnArgs& args)
+{
+    return fold(args, &min_aux, &ZetEqnTile::min);
+}
+
+ZetVariant ZetMathFcn::max(ZetEqnArgs& args)
+{
+    return fold(args, &max_aux, &ZetEqnTile::max);
+}
+
+ZetVariant ZetMathFcn::sum(ZetEqnArgs& args)
+{
+    return fold(args, &sum_aux, &ZetEqnTile::sum);
+}
+
+// KEPT: a tile among several operands adds its total, but counts once.
+// Test: ZetMathFcn.meanCountsATileOnce.
+ZetVariant ZetMathFcn::mean(ZetEqnArgs& args)
+{
+    if (args.size() > 1) {
+        return meanOf(sum(args), args.size());
+    }
+    ZetOperand only(args[0]);
+    if (only.isTile()) {
+        return only.tile().sum() / static_cast<double>(only.tile().size());
+    }
+    return meanOf(only.value(), 1);
+}
+
+ZetVariant ZetMathFcn::median(ZetEqnArgs& args)
+{
+    std::vector<double> numbers;
+    for (const ZetEqnNodePtr& node : args) {
+        ZetOperand operand(node);
+        appendTo(numbers, operand);
+    }
+    return lowerMedian(numbers);
+}
+
+}  // namespace internal
+}  // namespace zet
