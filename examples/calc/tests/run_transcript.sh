@@ -1,0 +1,20 @@
+#!/bin/sh
+# run_transcript.sh PROGRAM TRANSCRIPT
+#
+# Repeats the commands of a transcript, the lines that begin with "$ ", and compares all that they
+# print with what stands behind them. An exit code other than 0 stands as "[1]".
+program=$1
+transcript=$2
+
+calc() {
+    "$program" "$@"
+}
+
+grep '^\$ ' "$transcript" | while IFS= read -r line; do
+    printf '%s\n' "$line"
+    (eval "${line#??}") 2>&1
+    status=$?
+    if [ $status -ne 0 ]; then
+        printf '[%s]\n' $status
+    fi
+done | diff -u "$transcript" -
