@@ -64,10 +64,10 @@ unsigned long byteCount(unsigned long size, unsigned long elementSize)
 
 }  // namespace
 
-ZetEqnTile::ZetEqnTile() : m_increment(1), m_size(0), m_lent(false) {}
+ZetEqnTile::ZetEqnTile() : m_increment(1), m_size(0), m_lender(nullptr) {}
 
 ZetEqnTile::ZetEqnTile(const ZetBufferPtr& buffer, const ZetDataType& dataType, unsigned long size, long increment)
-    : m_increment(increment), m_size(buffer ? size : 0), m_dataType(dataType), m_buffer(buffer), m_lent(false)
+    : m_increment(increment), m_size(buffer ? size : 0), m_dataType(dataType), m_buffer(buffer), m_lender(nullptr)
 {}
 
 ZetEqnTile::ZetEqnTile(const ZetEqnTile& other)
@@ -76,7 +76,7 @@ ZetEqnTile::ZetEqnTile(const ZetEqnTile& other)
       m_size(other.m_size),
       m_dataType(other.m_dataType),
       m_buffer(other.m_buffer),
-      m_lent(false)
+      m_lender(nullptr)
 {}
 
 ZetEqnTile& ZetEqnTile::operator=(const ZetEqnTile& other)
@@ -88,7 +88,7 @@ ZetEqnTile& ZetEqnTile::operator=(const ZetEqnTile& other)
     m_size = other.m_size;
     m_dataType = other.m_dataType;
     m_buffer = other.m_buffer;
-    m_lent = false;
+    m_lender = nullptr;
     return *this;
 }
 
@@ -127,7 +127,7 @@ void ZetEqnTile::initialize(const ZetDataType& type, unsigned long size)
     m_size = 0;
     m_dataType = ZetDataType();
     m_buffer = ZetBufferPtr();
-    m_lent = false;
+    m_lender = nullptr;
     if (size != 0 && elementSize != 0) {
         const ZetBufferPtr buffer(new ZetBuffer(byteCount(size, elementSize), false));
         if (!buffer->allocate()) {
@@ -159,7 +159,7 @@ ZetEqnTile ZetEqnTile::clone() const
 
 const ZetEqnTile& ZetEqnTile::lend()
 {
-    m_lent = true;
+    m_lender = this;
     return *this;
 }
 

@@ -162,8 +162,9 @@ double ZetEqnTile::median() const
 
 ZetEqnTile ZetEqnTile::roundclip(const ZetDataType& type, double lo, double hi) const
 {
+    const ZetEqnTile source = partOf(*this, 0, m_size);
     ZetEqnTile result = internal::ZetTileResult::make(type, m_size, *this);
-    internal::roundClipInRanges(*this, result, lo, hi, std::numeric_limits<int>::max());
+    internal::roundClipInRanges(source, result, lo, hi, std::numeric_limits<int>::max());
     return result;
 }
 

@@ -1,5 +1,7 @@
 #include "image/ZetPixelKernels"
 
+#include <utility>
+
 #include "core/ZetUnitInit"
 
 namespace zet {
@@ -7,17 +9,22 @@ namespace internal {
 
 namespace {
 
-const ZetPixelKernels& choose()
+const ZetPixelKernels*& currentKernels()
 {
-    return *pixelKernelBuilds().back().kernels;
+    static const ZetPixelKernels* kernels = pixelKernelBuilds().back().kernels;
+    return kernels;
 }
 
 }  // namespace
 
 const ZetPixelKernels& pixelKernels()
 {
-    static const ZetPixelKernels& chosen = choose();
-    return chosen;
+    return *currentKernels();
+}
+
+const ZetPixelKernels* usePixelKernels(const ZetPixelKernels* kernels)
+{
+    return std::exchange(currentKernels(), kernels);
 }
 
 std::vector<ZetPixelKernelBuild> pixelKernelBuilds()
