@@ -30,6 +30,7 @@ set(ZET_UNITS
   eqn/ZetEqnTileReductions
   eqn/ZetFcnNode
   eqn/ZetFlexScanner
+  image/ZetGeodeticFunctions
   lut/ZetHistogram
   lut/ZetHistogram_p
   image/ZetImageSize
@@ -72,7 +73,9 @@ set(ZET_UNITS
   core/ZetTextHandler
   core/ZetTextMsg
   image/ZetTiePoint
+  image/ZetTileGrid
   core/ZetTypeID
+  fileio/ZetURI
   quantity/ZetUnits
   quantity/ZetUnitsCache
   quantity/ZetUnitsParser
