@@ -6,6 +6,8 @@ set(ZET_UNITS
   image/QorSwapBytesLoop
   quantity/ZetApproximate
   eqn/ZetBisonParser
+  lut/ZetBreakPoint
+  lut/ZetBreakPointLut
   image/ZetBuffer
   image/ZetByteOrder
   reflect/ZetCastValue
@@ -36,6 +38,7 @@ set(ZET_UNITS
   image/ZetImageSize
   reflect/ZetKey
   reflect/ZetKeyedObject
+  lut/ZetLutDesc
   quantity/ZetMathConst
   eqn/ZetMathFcn
   eqn/ZetMathFcnArithmetic
