@@ -123,7 +123,7 @@ TEST(ZetBreakPointLut, curves)
 template <class T>
 void expectHalves(Type::Type output, const std::vector<T>& expected)
 {
-    const Points points = {{0, 2.5, 0}, {1, 0.5, 0}, {2, 1.49, 0}, {3, 0.0, 0}};
+    const Points points = {{0, 2.5, 0}, {1, 0.5, 0}, {2, 1.25, 0}, {3, 0.0, 0}};
     EXPECT_EQ(entriesOf<T>(lutOf(output, points).lut(ZetDataType(Type::U8, 2))), expected);
 }
 
@@ -135,8 +135,8 @@ TEST(ZetBreakPointLut, outputTypes)
     expectHalves<unsigned short>(Type::U16, {3, 1, 1, 0});
     expectHalves<int>(Type::I32, {3, 1, 1, 0});
     expectHalves<unsigned int>(Type::U32, {3, 1, 1, 0});
-    expectHalves<float>(Type::Float, {2.5f, 0.5f, 1.49f, 0.0f});
-    expectHalves<double>(Type::Double, {2.5, 0.5, 1.49, 0.0});
+    expectHalves<float>(Type::Float, {2.5f, 0.5f, 1.25f, 0.0f});
+    expectHalves<double>(Type::Double, {2.5, 0.5, 1.25, 0.0});
     // fractions are kept
     EXPECT_EQ(entriesOf<float>(lutOf(Type::Float, {{0, 0.0, 0}, {2, 1.0, 0}}).lut(ZetDataType(Type::U8, 2))),
               (std::vector<float>{0.0f, 0.5f, 1.0f, 1.0f}));
@@ -152,7 +152,7 @@ TEST(ZetBreakPointLut, agreesWithALineDrawnValueByValue)
     std::mt19937 random(11);
     for (int round = 0; round < 30; ++round) {
         Points points;
-        for (int i = 0, in = 0; in < 256; in += 1 + static_cast<int>(random() % 60), ++i) {
+        for (int in = 0; in < 255; in += 1 + static_cast<int>(random() % 60)) {
             points.push_back({in, static_cast<double>(random() % 65536), 0});
         }
         points.push_back({255, 77.0, 0});
