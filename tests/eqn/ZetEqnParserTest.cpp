@@ -6,9 +6,11 @@
 #include <string>
 #include <type_traits>
 
+#include <zet/ZetEqnTile>
 #include <zet/ZetScalar>
 
 #include "support/ZetCollectingHandler"
+#include "support/ZetScopedLocale"
 
 namespace zet {
 namespace {
@@ -210,11 +212,36 @@ TEST(ZetEqnParser, unitTextIsText)
     ZetEqnParser parser;
     ASSERT_TRUE(parser.parse(L"2 m + 3 m"));
     EXPECT_EQ(parser.evaluate().value<ZetString>(), L"2 m3 m");
-    ASSERT_TRUE(parser.parse(L"2.5 m"));
-    EXPECT_EQ(parser.evaluate().value<ZetScalar>(), ZetScalar(2.5, units(L"m")));
+    ASSERT_TRUE(parser.parse(L"25 m"));
+    EXPECT_EQ(parser.evaluate().value<ZetScalar>(), ZetScalar(25.0, units(L"m")));
     ASSERT_TRUE(parser.parse(L"\"\""));
     EXPECT_TRUE(parser.evaluate().isValid());
     EXPECT_EQ(parser.evaluate().value<ZetString>(), L"");
+}
+
+TEST(ZetEqnParser, tilesAreValues)
+{
+    ZetEqnTile nir;
+    ZetEqnTile red;
+    nir.initialize(ZetDataType::U8, 4);
+    red.initialize(ZetDataType::U16, 4);
+    const unsigned char near[] = {200, 100, 30, 0};
+    const unsigned short far[] = {100, 100, 90, 65535};
+    std::copy_n(near, 4, nir.elements<unsigned char>());
+    std::copy_n(far, 4, red.elements<unsigned short>());
+
+    ZetEqnParser parser;
+    ASSERT_TRUE(parser.parse(L"(nir - red) / (nir + red)"));
+    parser.setValue(L"nir", nir);
+    parser.setValue(L"red", red);
+    EXPECT_EQ(parser.evaluate().typeName(), L"ZetEqnTile");
+    const ZetEqnTile index = parser.evaluate().value<ZetEqnTile>();
+    ASSERT_EQ(index.size(), 4u);
+    EXPECT_EQ(index.dataType().type(), ZetDataType::Double);
+    const double expected[] = {100.0 / 300.0, 0.0, -60.0 / 120.0, -1.0};
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(index.elements<double>()[i], expected[i]) << i;
+    }
 }
 
 TEST(ZetEqnParser, refusals)
@@ -277,6 +304,16 @@ TEST(ZetEqnParser, textThatCannotBeNarrowed)
     // A half of a pair has no multibyte form in any locale.
     const ZetString text = {L'1', L'+', static_cast<wchar_t>(0xD800)};
     EXPECT_EQ(refusal(text), "Unknown exception from parametric expression parser.");
+}
+
+TEST(ZetEqnParser, thePointIsAPointInEveryLocale)
+{
+    const test::ZetScopedLocale comma("de_DE.UTF-8");
+    EXPECT_EQ(valueOf(L"2.5 + .25 + 1.5e1"), 17.75);
+    EXPECT_EQ(valueOf(L"sum(1,5)"), 6.0);
+    ZetEqnParser parser;
+    EXPECT_TRUE(parser.parse(L"\"\x00e4\"")) << "text beyond ASCII, where the locale has it";
+    EXPECT_EQ(parser.evaluate().value<ZetString>(), L"\x00e4");
 }
 
 TEST(ZetEqnParser, nothingIsPosted)
