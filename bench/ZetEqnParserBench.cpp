@@ -40,7 +40,7 @@ void parseMediumWithMuParser(benchmark::State& state)
 }
 BENCHMARK(parseMediumWithMuParser);
 
-// Four plain variables set, and eight calls evaluated.
+// Four plain variables set, and seven calls evaluated.
 void evaluateFourVariables(benchmark::State& state)
 {
     zet::ZetEqnParser parser;
