@@ -1,0 +1,2 @@
+#define HAND_BUILD avx2Loops
+#include "support/ZetHandLoopsBody"

@@ -1,0 +1,2 @@
+#define HAND_BUILD avx512Loops
+#include "support/ZetHandLoopsBody"

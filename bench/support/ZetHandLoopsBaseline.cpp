@@ -1,0 +1,2 @@
+#define HAND_BUILD baselineLoops
+#include "support/ZetHandLoopsBody"

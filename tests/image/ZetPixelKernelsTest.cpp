@@ -1,0 +1,207 @@
+#include "image/ZetPixelKernels"
+
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <random>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include <zet/ZetDataType>
+
+namespace zet {
+namespace internal {
+namespace {
+
+TEST(ZetPixelKernels, columnsFollowTheElementTypes)
+{
+    const int columns[] = {0, 1, 2, 3, 4, 5, -1, -1, 6, 7, -1, -1, -1};
+    for (int type = 0; type < 13; ++type) {
+        EXPECT_EQ(realColumn(type), columns[type]) << type;
+        const bool found = visitElement(realColumn(type), ZetRealTypes(), [type](auto tag) {
+            using T = typename decltype(tag)::type;
+            EXPECT_EQ(static_cast<int>(sizeof(T)), ZetDataType(static_cast<ZetDataType::Type>(type)).size());
+            EXPECT_EQ(columnOf<T>(ZetRealTypes()), realColumn(type));
+        });
+        EXPECT_EQ(found, columns[type] >= 0) << type;
+    }
+}
+
+TEST(ZetPixelKernels, theLastBuildIsUsed)
+{
+    const std::vector<ZetPixelKernelBuild> builds = pixelKernelBuilds();
+    EXPECT_STREQ(builds.front().name, "baseline");
+    EXPECT_EQ(&pixelKernels(), builds.back().kernels);
+    const ZetPixelKernels* const before = usePixelKernels(builds.front().kernels);
+    EXPECT_EQ(&pixelKernels(), builds.front().kernels);
+    EXPECT_EQ(usePixelKernels(before), builds.front().kernels);
+    EXPECT_EQ(&pixelKernels(), before);
+}
+
+/// Random bytes as elements: any bits for integers; for floating types numbers of all sizes, and at
+/// times any bits at all, NaN, infinities and the least numbers among them.
+class Pixels
+{
+public:
+    explicit Pixels(unsigned long seed) : m_random(seed), m_bytes(kCount * 16 + 8) {}
+
+    static constexpr std::size_t kCount = 1777;
+
+    /// Elements of the type in a column, at an address that is no multiple of anything.
+    const void* elements(int column)
+    {
+        unsigned char* at = m_bytes.data() + 3;
+        visitElement(column, ZetRealTypes(), [&](auto tag) {
+            using T = typename decltype(tag)::type;
+            for (std::size_t i = 0; i < 2 * kCount; ++i) {
+                T element;
+                const unsigned long bits = m_random();
+                if (std::is_integral_v<T> || bits % 8 == 0) {
+                    const unsigned long more = m_random();
+                    std::memcpy(&element, &more, sizeof element);
+                } else {
+                    const double mantissa = static_cast<double>(bits >> 11) * 0x1p-52 - 1.0;
+                    element = static_cast<T>(std::ldexp(mantissa, static_cast<int>(m_random() % 40)));
+                }
+                if (i * sizeof element + sizeof element <= m_bytes.size() - 3) {
+                    std::memcpy(at + i * sizeof element, &element, sizeof element);
+                }
+            }
+        });
+        return at;
+    }
+
+private:
+    std::mt19937_64 m_random;
+    std::vector<unsigned char> m_bytes;
+};
+
+/// Whether two runs have the same bits, NaN apart: which of two NaN operands a sum hands on is the
+/// compiler's choice.
+void expectSame(const std::vector<double>& expected, const std::vector<double>& found)
+{
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        const bool same = std::memcmp(&expected[i], &found[i], sizeof(double)) == 0 ||
+                          (std::isnan(expected[i]) && std::isnan(found[i]));
+        ASSERT_TRUE(same) << "element " << i << ": " << expected[i] << " and " << found[i];
+    }
+}
+
+class ZetPixelKernelBuilds : public testing::TestWithParam<ZetPixelKernelBuild>
+{
+protected:
+    static constexpr int kColumns = static_cast<int>(ZetPixelKernels::columns);
+    static constexpr std::size_t kCount = Pixels::kCount;
+
+    const ZetPixelKernels& plain() const { return *pixelKernelBuilds().front().kernels; }
+    const ZetPixelKernels& build() const { return *GetParam().kernels; }
+};
+
+TEST_P(ZetPixelKernelBuilds, combineAsThePlainest)
+{
+    for (int op = 0; op < kArithmeticCount; ++op) {
+        for (int a = 0; a < kColumns; ++a) {
+            for (int b = 0; b < kColumns; ++b) {
+                Pixels left(static_cast<unsigned long>(op * 100 + a * 10 + b));
+                Pixels right(static_cast<unsigned long>(7 + op * 100 + a * 10 + b));
+                const void* x = left.elements(a);
+                const void* y = right.elements(b);
+                std::vector<double> expected(kCount);
+                std::vector<double> found(kCount);
+                plain().combine[op].left[a].at[b](x, y, expected.data(), kCount);
+                build().combine[op].left[a].at[b](x, y, found.data(), kCount);
+                SCOPED_TRACE(testing::Message() << "operator " << op << " of " << a << " and " << b);
+                expectSame(expected, found);
+            }
+        }
+        for (int shape = 0; shape < kComplexShapeCount; ++shape) {
+            Pixels left(static_cast<unsigned long>(op * 100 + shape));
+            Pixels right(static_cast<unsigned long>(7 + op * 100 + shape));
+            const std::size_t count = kCount / 2;
+            const void* x = left.elements(kDoubleColumn);
+            const void* y = right.elements(kDoubleColumn);
+            std::vector<double> expected(2 * count);
+            std::vector<double> found(2 * count);
+            plain().complex->combine[op][shape](x, y, expected.data(), count);
+            build().complex->combine[op][shape](x, y, found.data(), count);
+            SCOPED_TRACE(testing::Message() << "complex operator " << op << " of shape " << shape);
+            expectSame(expected, found);
+        }
+    }
+}
+
+TEST_P(ZetPixelKernelBuilds, mapAndGatherAsThePlainest)
+{
+    for (int column = 0; column < kColumns; ++column) {
+        Pixels pixels(static_cast<unsigned long>(column));
+        const void* x = pixels.elements(column);
+        std::vector<double> expected(kCount);
+        std::vector<double> found(kCount);
+        for (int map = 0; map < kPixelMapCount; ++map) {
+            plain().map[map].at[column](x, expected.data(), kCount, -3.5, 100.25);
+            build().map[map].at[column](x, found.data(), kCount, -3.5, 100.25);
+            SCOPED_TRACE(testing::Message() << "map " << map << " of " << column);
+            expectSame(expected, found);
+        }
+        for (const long stride : {0L, 1L, 2L}) {
+            plain().gather[column](x, stride, expected.data(), kCount / 2);
+            build().gather[column](x, stride, found.data(), kCount / 2);
+            SCOPED_TRACE(testing::Message() << "gather " << column << " by " << stride);
+            expectSame(expected, found);
+        }
+    }
+}
+
+TEST_P(ZetPixelKernelBuilds, roundClipAsThePlainest)
+{
+    const double limits[][2] = {{0.0, 255.0}, {-1e5, 1e5}, {-1e11, 1e11}, {-HUGE_VAL, HUGE_VAL}, {7.5, -7.5}};
+    for (int in = 0; in < kColumns; ++in) {
+        Pixels pixels(static_cast<unsigned long>(in));
+        const void* x = pixels.elements(in);
+        for (int out = 0; out < kColumns; ++out) {
+            for (const auto& [min, max] : limits) {
+                std::vector<unsigned char> expected(kCount * 8);
+                std::vector<unsigned char> found(kCount * 8);
+                plain().roundClip[in].to[out](x, expected.data(), kCount, min, max);
+                build().roundClip[in].to[out](x, found.data(), kCount, min, max);
+                EXPECT_EQ(expected, found) << in << " to " << out << " within " << min << " " << max;
+            }
+        }
+    }
+}
+
+TEST_P(ZetPixelKernelBuilds, reduceAsThePlainest)
+{
+    for (int column = 0; column < kColumns; ++column) {
+        for (std::size_t count = 0; count < kCount; count = count * 2 + 1) {
+            Pixels pixels(static_cast<unsigned long>(column) + count);
+            const void* x = pixels.elements(column);
+            expectSame({plain().sum.at[column](x, count, 3.0)}, {build().sum.at[column](x, count, 3.0)});
+            for (int which = 0; which < kExtremeCount; ++which) {
+                expectSame({plain().extreme[which].at[column](x, count, 0.5)},
+                           {build().extreme[which].at[column](x, count, 0.5)});
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, ZetPixelKernelBuilds, testing::ValuesIn(pixelKernelBuilds()),
+                         [](const auto& build) { return std::string(build.param.name); });
+
+TEST(ZetPixelKernels, noBuildFusesProductsAndSums)
+{
+    // a*b - c*d with a = b = c = d: exactly 0 when each product is rounded, which a fused one is not
+    std::vector<double> squares(64, 1.0 + 0x1p-30);
+    std::vector<double> out(64);
+    for (const ZetPixelKernelBuild& build : pixelKernelBuilds()) {
+        build.kernels->complex->combine[kMultiply][kBothComplex](squares.data(), squares.data(), out.data(), 32);
+        for (std::size_t i = 0; i < out.size(); i += 2) {
+            EXPECT_EQ(out[i], 0.0) << build.name;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace internal
+}  // namespace zet
