@@ -1,0 +1,117 @@
+// Units and scalars: parsing, printing, converting and adding, beside the same sum of plain doubles.
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+
+#include <zet/ZetScalar>
+#include <zet/ZetUnits>
+
+namespace {
+
+zet::ZetUnits unitsOf(const wchar_t* text)
+{
+    zet::ZetUnits units;
+    units.fromString(text);
+    return units;
+}
+
+void parseKnownUnits(benchmark::State& state)
+{
+    const zet::ZetString text = L"kg m^2 / s^2";
+    zet::ZetUnits units;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(units.fromString(text));
+    }
+}
+BENCHMARK(parseKnownUnits);
+
+/// Every text is new to the process; the units that it stands for are not.
+void parseNewUnits(benchmark::State& state)
+{
+    static unsigned long number = 0;
+    zet::ZetUnits units;
+    zet::ZetString text;
+    for (auto _ : state) {
+        text = L"kg m^2 / s^2x" + std::to_wstring(number++);
+        benchmark::DoNotOptimize(units.fromString(text));
+    }
+}
+BENCHMARK(parseNewUnits)->Iterations(100000);
+
+void printUnits(benchmark::State& state)
+{
+    const zet::ZetUnits units = unitsOf(L"kg m^2 / s^2");
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(zet::ZetString(units));
+    }
+}
+BENCHMARK(printUnits);
+
+void compareUnits(benchmark::State& state)
+{
+    zet::ZetUnits a = unitsOf(L"J");
+    zet::ZetUnits b = unitsOf(L"N m");
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(a);
+        benchmark::DoNotOptimize(b);
+        benchmark::DoNotOptimize(a == b);
+    }
+}
+BENCHMARK(compareUnits);
+
+void multiplyUnits(benchmark::State& state)
+{
+    const zet::ZetUnits a = unitsOf(L"km/hr");
+    const zet::ZetUnits b = unitsOf(L"s");
+    zet::ZetUnits product;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(zet::ZetUnits::multFactor(a, b, &product));
+    }
+}
+BENCHMARK(multiplyUnits);
+
+void addPlainDoubles(benchmark::State& state)
+{
+    double a = 1.0;
+    double b = 1e-9;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(b);
+        benchmark::DoNotOptimize(a += b);
+    }
+}
+BENCHMARK(addPlainDoubles);
+
+void addScalars(benchmark::State& state, const wchar_t* own, const wchar_t* other)
+{
+    zet::ZetScalar a(1.0, unitsOf(own));
+    const zet::ZetScalar b(1e-9, unitsOf(other));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(a += b);
+    }
+}
+BENCHMARK_CAPTURE(addScalars, same_units, L"m", L"m");
+BENCHMARK_CAPTURE(addScalars, other_units, L"m", L"km");
+
+void multiplyScalars(benchmark::State& state, const wchar_t* own, const wchar_t* other)
+{
+    const zet::ZetScalar a(2.0, unitsOf(own));
+    const zet::ZetScalar b(3.0, unitsOf(other));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(a * b);
+    }
+}
+BENCHMARK_CAPTURE(multiplyScalars, no_units, L"", L"");
+BENCHMARK_CAPTURE(multiplyScalars, units, L"m", L"s");
+
+void convertScalar(benchmark::State& state)
+{
+    const zet::ZetScalar speed(36.0, unitsOf(L"km/hr"));
+    const zet::ZetUnits target = unitsOf(L"m/s");
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(speed.convertUnits(target));
+    }
+}
+BENCHMARK(convertScalar);
+
+}  // namespace
