@@ -1,0 +1,116 @@
+#include "EquationText"
+
+#include <algorithm>
+#include <regex>
+
+namespace bandmath {
+
+namespace {
+
+/// The text with everything between double quotes blanked out, at its old length.
+std::string withoutQuoted(std::string text)
+{
+    bool quoted = false;
+    for (char& c : text) {
+        if (c == '"') {
+            quoted = !quoted;
+        } else if (quoted) {
+            c = ' ';
+        }
+    }
+    return text;
+}
+
+/// Whether the argument list that opens in front of \p begin has a comma of its own.
+bool hasSeveralArguments(const std::string& text, std::size_t begin)
+{
+    int depth = 1;
+    for (std::size_t i = begin; i < text.size() && depth > 0; ++i) {
+        const char c = text[i];
+        if (c == '(' || c == '[') {
+            ++depth;
+        } else if (c == ')' || c == ']') {
+            --depth;
+        } else if (c == ',' && depth == 1) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::string lower(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return text;
+}
+
+}  // namespace
+
+std::string onOneLine(const std::string& text)
+{
+    std::string result = text;
+    std::replace_if(
+        result.begin(), result.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    return result;
+}
+
+std::set<std::string> definitions(const std::string& text)
+{
+    static const std::regex pattern(R"(;\s*([A-Za-z_]\w*)\s*=(?!=))");
+    const std::string plain = withoutQuoted(text);
+    std::set<std::string> names;
+    for (std::sregex_iterator it(plain.begin(), plain.end(), pattern), end; it != end; ++it) {
+        names.insert((*it)[1]);
+    }
+    return names;
+}
+
+std::string reduction(const std::string& text)
+{
+    static const std::regex pattern(R"(\b(sum|mean|median|min|max)\s*\()", std::regex::icase);
+    const std::string plain = withoutQuoted(text);
+    for (std::sregex_iterator it(plain.begin(), plain.end(), pattern), end; it != end; ++it) {
+        const std::string name = lower((*it)[1]);
+        const bool folds = name == "min" || name == "max";
+        if (!folds || !hasSeveralArguments(plain, static_cast<std::size_t>(it->position() + it->length()))) {
+            return name;
+        }
+    }
+    return std::string();
+}
+
+int columnOf(const std::string& text, const std::string& name)
+{
+    const std::string plain = withoutQuoted(text);
+    const std::regex word("\\b" + name + "\\b");
+    std::smatch match;
+    return std::regex_search(plain, match, word) ? static_cast<int>(match.position() + match.length()) : 0;
+}
+
+std::string withCaret(const std::string& text, int column)
+{
+    std::string shown;
+    std::size_t caret = 0;  // in columns of the shown text
+    std::size_t width = 0;
+    int counted = 0;
+    for (const char c : text) {
+        const bool continues = (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+        if (c == '\t') {
+            const std::size_t blanks = 8 - width % 8;
+            shown.append(blanks, ' ');
+            width += blanks;
+            counted = counted / 8 * 8 + 8;
+        } else {
+            shown += c;
+            width += continues ? 0 : 1;
+            ++counted;
+        }
+        if (counted <= column) {
+            caret = width;
+        }
+    }
+    return "  " + shown + "\n  " + std::string(caret > 0 ? caret - 1 : 0, ' ') + "^";
+}
+
+}  // namespace bandmath

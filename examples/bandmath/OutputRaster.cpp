@@ -1,0 +1,147 @@
+#include "OutputRaster"
+
+#include <cpl_string.h>
+
+#include <filesystem>
+
+#include "ElementTypes"
+#include "Failure"
+
+namespace bandmath {
+
+namespace {
+
+bool canWriteInPieces(GDALDriver& driver)
+{
+    return driver.GetMetadataItem(GDAL_DCAP_RASTER) && driver.GetMetadataItem(GDAL_DCAP_CREATE);
+}
+
+bool servesExtension(GDALDriver& driver, const std::string& extension)
+{
+    const char* served = driver.GetMetadataItem(GDAL_DMD_EXTENSIONS);
+    return served && CPLStringList(CSLTokenizeString(served)).FindString(extension.c_str()) >= 0;
+}
+
+GDALDriver& driverByName(const std::string& name)
+{
+    GDALDriver* driver = GetGDALDriverManager()->GetDriverByName(name.c_str());
+    if (!driver) {
+        throw Failure("GDAL has no driver '" + name + "'.");
+    }
+    if (!canWriteInPieces(*driver)) {
+        throw Failure("GDAL's driver '" + name + "' cannot write a raster piece by piece; GTiff can.");
+    }
+    return *driver;
+}
+
+GDALDriver& driverByExtension(const std::string& file)
+{
+    std::string extension = std::filesystem::path(file).extension().string();
+    extension.erase(0, extension.empty() ? 0 : 1);
+    GDALDriverManager& manager = *GetGDALDriverManager();
+    for (int i = 0; i < manager.GetDriverCount(); ++i) {
+        GDALDriver& driver = *manager.GetDriver(i);
+        if (canWriteInPieces(driver) && servesExtension(driver, extension)) {
+            return driver;
+        }
+    }
+    throw Failure("No driver of GDAL that can write piece by piece serves the extension of '" + file +
+                  "'; name one with -f.");
+}
+
+/// Storage like that of the model where the format is one that leaves the choice.
+CPLStringList creationOptions(const Options& options, GDALDriver& driver, const Band& model, bool signedByte)
+{
+    CPLStringList list;
+    if (EQUAL(driver.GetDescription(), "GTiff")) {
+        int width = 0;
+        int height = 0;
+        model.blockSize(width, height);
+        list.SetNameValue("BIGTIFF", "IF_SAFER");
+        if (width < model.width() && width % 16 == 0 && height % 16 == 0) {
+            list.SetNameValue("TILED", "YES");
+            list.SetNameValue("BLOCKXSIZE", std::to_string(width).c_str());
+            list.SetNameValue("BLOCKYSIZE", std::to_string(height).c_str());
+        }
+    }
+    if (signedByte) {
+        list.SetNameValue("PIXELTYPE", "SIGNEDBYTE");
+    }
+    for (const std::string& option : options.creationOptions) {
+        const std::size_t equals = option.find('=');
+        if (equals == std::string::npos) {
+            throw Failure("'" + option + "' is not a creation option such as COMPRESS=DEFLATE.");
+        }
+        list.SetNameValue(option.substr(0, equals).c_str(), option.substr(equals + 1).c_str());
+    }
+    return list;
+}
+
+void copyGeoreference(GDALDataset& from, GDALDataset& to)
+{
+    double transform[6];
+    if (from.GetGeoTransform(transform) == CE_None) {
+        to.SetGeoTransform(transform);
+    }
+    if (const OGRSpatialReference* reference = from.GetSpatialRef()) {
+        to.SetSpatialRef(reference);
+    }
+    if (from.GetGCPCount() > 0) {
+        to.SetGCPs(from.GetGCPCount(), from.GetGCPs(), from.GetGCPSpatialRef());
+    }
+    if (char** rational = from.GetMetadata("RPC")) {
+        to.SetMetadata(rational, "RPC");
+    }
+}
+
+}  // namespace
+
+OutputRaster::OutputRaster(const Options& options, const OutputFormat& format, const Band& model)
+    : m_name(options.output), m_staging(options.output)
+{
+    create(options, format, model);
+    copyGeoreference(model.dataset(), *m_dataset);
+    format.declareNoData(*m_dataset->GetRasterBand(1));
+}
+
+void OutputRaster::create(const Options& options, const OutputFormat& format, const Band& model)
+{
+    GDALDriver& driver = options.driver.empty() ? driverByExtension(options.output) : driverByName(options.driver);
+    const GdalElement element = toGdal(format.type());
+    const CPLStringList list = creationOptions(options, driver, model, element.signedByte);
+    m_dataset.reset(
+        driver.Create(m_staging.path().c_str(), model.width(), model.height(), 1, element.type, list.List()));
+    if (!m_dataset) {
+        refuse();
+    }
+    GDALRasterBand& band = *m_dataset->GetRasterBand(1);
+    if (fromGdal({band.GetRasterDataType(), isSignedByte(band)}) != format.type()) {
+        throw Failure("GDAL's driver '" + std::string(driver.GetDescription()) + "' cannot hold the element type " +
+                      nameOf(format.type()) + ".");
+    }
+}
+
+void OutputRaster::write(const Window& window, const zet::ZetEqnTile& pixels)
+{
+    const CPLErr status = m_dataset->GetRasterBand(1)->RasterIO(
+        GF_Write, window.x, window.y, window.width, window.height, pixels.buffer()->data(), window.width, window.height,
+        toGdal(pixels.dataType().type()).type, 0, 0, nullptr);
+    if (status != CE_None) {
+        refuse();
+    }
+}
+
+void OutputRaster::close()
+{
+    m_dataset.reset();
+    if (m_errors.any()) {
+        refuse();
+    }
+}
+
+void OutputRaster::refuse() const
+{
+    throw Failure("Cannot write '" + m_name + "': " + m_errors.text());
+}
+
+}  // namespace bandmath

@@ -1,0 +1,73 @@
+#include "Staging"
+
+#include <stdlib.h>
+
+#include <cerrno>
+#include <cstring>
+#include <system_error>
+
+#include "Failure"
+
+namespace bandmath {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+[[noreturn]] void refuse(const fs::path& target, const std::string& reason)
+{
+    throw Failure("Cannot write '" + target.string() + "': " + reason + ".");
+}
+
+/// The place behind symbolic links, so that a link keeps its name and what it points to is replaced.
+fs::path resolve(const fs::path& target)
+{
+    constexpr int kMostLinks = 40;
+    fs::path place = fs::absolute(target);
+    std::error_code ignored;
+    for (int i = 0; i < kMostLinks && fs::is_symlink(place, ignored); ++i) {
+        place = place.parent_path() / fs::read_symlink(place, ignored);
+    }
+    return place;
+}
+
+}  // namespace
+
+Staging::Staging(const std::string& target) : m_target(resolve(target))
+{
+    std::error_code ignored;
+    const fs::file_status status = fs::status(m_target, ignored);
+    if (fs::exists(status) && !fs::is_regular_file(status)) {
+        refuse(target, "it is not a regular file");
+    }
+    std::string folder = (m_target.parent_path() / ".bandmath-XXXXXX").string();
+    if (!mkdtemp(folder.data())) {
+        refuse(target, std::strerror(errno));
+    }
+    m_folder = folder;
+}
+
+Staging::~Staging()
+{
+    std::error_code ignored;
+    fs::remove_all(m_folder, ignored);
+}
+
+void Staging::commit()
+{
+    std::error_code error;
+    for (const fs::directory_entry& entry : fs::directory_iterator(m_folder, error)) {
+        if (entry.path().filename() != m_target.filename()) {
+            fs::rename(entry.path(), m_target.parent_path() / entry.path().filename(), error);
+        }
+        if (error) {
+            refuse(m_target, error.message());
+        }
+    }
+    fs::rename(path(), m_target, error);
+    if (error) {
+        refuse(m_target, error.message());
+    }
+}
+
+}  // namespace bandmath

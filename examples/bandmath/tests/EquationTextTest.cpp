@@ -1,0 +1,80 @@
+#include "EquationText"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using namespace bandmath;
+
+TEST(EquationText, onOneLine)
+{
+    EXPECT_EQ(onOneLine("a+\nb\r\n+c\t"), "a+ b  +c\t");
+}
+
+TEST(EquationText, definitions)
+{
+    struct Row
+    {
+        const char* text;
+        std::set<std::string> names;
+    };
+    const Row rows[] = {
+        {"a+b", {}},
+        {"x+y; y=2*a; a=3", {"y", "a"}},
+        {";a=1;b_2 = 2", {"a", "b_2"}},
+        // what is compared is not defined, and what is quoted is no text of the equation
+        {"x;y=a==b", {"y"}},
+        {"[1,2;a==b,3]", {}},
+        {"roundclip(x,\";q=1\",0,1);p=1", {"p"}},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(definitions(row.text), row.names) << row.text;
+    }
+}
+
+TEST(EquationText, reduction)
+{
+    const char* const rows[][2] = {
+        {"a+b", ""},
+        {"a-mean(a)", "mean"},
+        {"a/SUM (a)", "sum"},
+        {"median(a,b)", "median"},
+        // "min" and "max" fold several arguments pixel by pixel
+        {"min(a,b)", ""},
+        {"max(a,0)-min(a)", "min"},
+        {"max((a,b))", "max"},
+        {"max(f(a,b))", "max"},
+        {"max(f(a,b),c)", ""},
+        // names that only contain such a word, variables of that name, and quoted text
+        {"summit(a)+mean+sum", ""},
+        {"f(a,\"sum(x)\")", ""},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(reduction(row[0]), row[1]) << row[0];
+    }
+}
+
+TEST(EquationText, columnOf)
+{
+    EXPECT_EQ(columnOf("red+nir", "nir"), 7);
+    EXPECT_EQ(columnOf("nir2+nir", "nir"), 8);
+    EXPECT_EQ(columnOf("\"nir\"+nir", "nir"), 9);
+    EXPECT_EQ(columnOf("red", "nir"), 0);
+}
+
+TEST(EquationText, withCaret)
+{
+    EXPECT_EQ(withCaret("1+", 2), "  1+\n   ^");
+    EXPECT_EQ(withCaret("a=1", 2), "  a=1\n   ^");
+    EXPECT_EQ(withCaret("abc", 1), "  abc\n  ^");
+    // a tab counts to the next multiple of 8 and is shown as blanks
+    EXPECT_EQ(withCaret("abc\t#", 9), "  abc     #\n          ^");
+    // the bytes of one character count each, but stand in one place
+    EXPECT_EQ(withCaret("\"\xC3\xA4\"#", 5), "  \"\xC3\xA4\"#\n     ^");
+    // the end of the text may be told as column 0
+    EXPECT_EQ(withCaret("", 0), "  \n  ^");
+}
+
+}  // namespace
