@@ -18,15 +18,29 @@ struct Model
     unsigned int bands;
 };
 
+// clang-format off
 constexpr Model kModels[] = {
-    {L"GrayScale", 1}, {L"MultiSpectral", 0}, {L"RGB", 3},
-    {L"sRGB", 3},      {L"RIMM_RGB", 3},      {L"ROMM_RGB", 3},
-    {L"ERIMM_RGB", 3}, {L"HSI", 3},           {L"HSV", 3},
-    {L"YCbCr", 3},     {L"CMYK", 4},          {L"YIQ", 3},
-    {L"YUV", 3},       {L"CIELAB", 3},        {L"CIELUV", 3},
-    {L"CIEXYZ", 3},    {L"Alpha", 1},         {L"PremultipliedAlpha", 1},
-    {L"Other", 0},
+    {L"GrayScale",            1},  // 0
+    {L"MultiSpectral",        0},  // 1
+    {L"RGB",                  3},  // 2
+    {L"sRGB",                 3},  // 3
+    {L"RIMM_RGB",             3},  // 4
+    {L"ROMM_RGB",             3},  // 5
+    {L"ERIMM_RGB",            3},  // 6
+    {L"HSI",                  3},  // 7
+    {L"HSV",                  3},  // 8
+    {L"YCbCr",                3},  // 9
+    {L"CMYK",                 4},  // 10
+    {L"YIQ",                  3},  // 11
+    {L"YUV",                  3},  // 12
+    {L"CIELAB",               3},  // 13
+    {L"CIELUV",               3},  // 14
+    {L"CIEXYZ",               3},  // 15
+    {L"Alpha",                1},  // 16
+    {L"PremultipliedAlpha",   1},  // 17
+    {L"Other",                0},  // 18
 };
+// clang-format on
 static_assert(std::size(kModels) == ZetColorModel::Invalid, "one row per model");
 static_assert(kModels[ZetColorModel::MultiSpectral].bands == 0 && kModels[ZetColorModel::Other].bands == 0,
               "the free models imply no bands");

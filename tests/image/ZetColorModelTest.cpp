@@ -20,15 +20,29 @@ struct ModelRow
     unsigned int bands;  // 0: any
 };
 
+// clang-format off
 const ModelRow kModels[] = {
-    {0, L"GrayScale", 1}, {1, L"MultiSpectral", 0}, {2, L"RGB", 3},
-    {3, L"sRGB", 3},      {4, L"RIMM_RGB", 3},      {5, L"ROMM_RGB", 3},
-    {6, L"ERIMM_RGB", 3}, {7, L"HSI", 3},           {8, L"HSV", 3},
-    {9, L"YCbCr", 3},     {10, L"CMYK", 4},         {11, L"YIQ", 3},
-    {12, L"YUV", 3},      {13, L"CIELAB", 3},       {14, L"CIELUV", 3},
-    {15, L"CIEXYZ", 3},   {16, L"Alpha", 1},        {17, L"PremultipliedAlpha", 1},
-    {18, L"Other", 0},
+    { 0, L"GrayScale",            1},
+    { 1, L"MultiSpectral",        0},
+    { 2, L"RGB",                  3},
+    { 3, L"sRGB",                 3},
+    { 4, L"RIMM_RGB",             3},
+    { 5, L"ROMM_RGB",             3},
+    { 6, L"ERIMM_RGB",            3},
+    { 7, L"HSI",                  3},
+    { 8, L"HSV",                  3},
+    { 9, L"YCbCr",                3},
+    {10, L"CMYK",                 4},
+    {11, L"YIQ",                  3},
+    {12, L"YUV",                  3},
+    {13, L"CIELAB",               3},
+    {14, L"CIELUV",               3},
+    {15, L"CIEXYZ",               3},
+    {16, L"Alpha",                1},
+    {17, L"PremultipliedAlpha",   1},
+    {18, L"Other",                0},
 };
+// clang-format on
 
 ZetColorModel::Type typeOf(int number)
 {
