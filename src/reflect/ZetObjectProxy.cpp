@@ -67,7 +67,7 @@ ZetObject* ZetObjectProxy::createObject_aux() const
     // KEPT: the object's property table is not asked for first, so before the first properties() of
     // its class every write is refused and the object thaws as the factory made it. Refused writes
     // of read-only entries are no failure of the whole.
-    // Test: ZetObjectProxy.thawBeforePropertiesKeepsTheDefaults.
+    // Test: ZetObjectProxyDeathTest.thawBeforePropertiesKeepsTheDefaults.
     for (const auto& [name, value] : m_properties) {
         static_cast<void>(meta->setPropertyValue(name, value));
     }
