@@ -15,50 +15,50 @@ using Category = ZetUnits::Category;
 struct UnitRow
 {
     Unit unit;
-    const wchar_t* symbol;
     Category category;
+    const wchar_t* symbol;
     double toBase;
     double fromBase;
 };
 
 // clang-format off
 constexpr UnitRow unitRows[] = {
-    // unit              symbol        category               to base                 from base
-    {Unit::Unitless,     L"unitless",  ZetUnits::Unitless,    1.0,                    1.0},
-    {Unit::Meter,        L"m",         ZetUnits::Length,      1.0,                    1.0},
-    {Unit::Centimeter,   L"cm",        ZetUnits::Length,      0.01,                   100.0},
-    {Unit::Millimeter,   L"mm",        ZetUnits::Length,      0.001,                  1000.0},
-    {Unit::Micrometer,   L"um",        ZetUnits::Length,      1e-6,                   1e6},
-    {Unit::Nanometer,    L"nm",        ZetUnits::Length,      1e-9,                   1e9},
-    {Unit::Kilometer,    L"km",        ZetUnits::Length,      1000.0,                 0.001},
-    {Unit::Inch,         L"in",        ZetUnits::Length,      0.0254,                 39.37007874015748},
-    {Unit::Foot,         L"ft",        ZetUnits::Length,      0.3048,                 3.280839895013123},
-    {Unit::Mile,         L"mi",        ZetUnits::Length,      1609.344,               0.0006213711922373339},
-    {Unit::NauticalMile, L"nmi",       ZetUnits::Length,      1852.0,                 0.0005399568034557236},
-    {Unit::Kilogram,     L"kg",        ZetUnits::Mass,        1.0,                    1.0},
-    {Unit::Gram,         L"g",         ZetUnits::Mass,        0.001,                  1000.0},
-    {Unit::Milligram,    L"mg",        ZetUnits::Mass,        1e-6,                   1e6},
-    {Unit::Microgram,    L"ug",        ZetUnits::Mass,        1e-9,                   1e9},
-    {Unit::AtomicMass,   L"amu",       ZetUnits::Mass,        1.66054e-27,            6.022137376997844e26},
-    {Unit::Second,       L"s",         ZetUnits::Time,        1.0,                    1.0},
-    {Unit::Millisecond,  L"ms",        ZetUnits::Time,        0.001,                  1000.0},
-    {Unit::Microsecond,  L"us",        ZetUnits::Time,        1e-6,                   1e6},
-    {Unit::Nanosecond,   L"ns",        ZetUnits::Time,        1e-9,                   1e9},
-    {Unit::Minute,       L"min",       ZetUnits::Time,        60.0,                   0.016666666666666666},
-    {Unit::Hour,         L"hr",        ZetUnits::Time,        3600.0,                 0.0002777777777777778},
-    {Unit::Radian,       L"rad",       ZetUnits::Angle,       1.0,                    1.0},
-    {Unit::Milliradian,  L"mrad",      ZetUnits::Angle,       0.001,                  1000.0},
-    {Unit::Microradian,  L"urad",      ZetUnits::Angle,       1e-6,                   1e6},
-    {Unit::Nanoradian,   L"nrad",      ZetUnits::Angle,       1e-9,                   1e9},
-    {Unit::Degree,       L"deg",       ZetUnits::Angle,       0.017453292519943295,   57.29577951308232},
-    {Unit::ArcMinute,    L"arcmin",    ZetUnits::Angle,       0.0002908882086657216,  3437.7467707849396},
-    {Unit::ArcSecond,    L"arcsec",    ZetUnits::Angle,       4.84813681109536e-6,    206264.80624709636},
-    {Unit::Kelvin,       L"K",         ZetUnits::Temperature, 1.0,                    1.0},
-    {Unit::Ampere,       L"A",         ZetUnits::Current,     1.0,                    1.0},
-    {Unit::Count,        L"cnt",       ZetUnits::Count,       1.0,                    1.0},
-    {Unit::Cycle,        L"cyc",       ZetUnits::Cycle,       1.0,                    1.0},
-    {Unit::Electron,     L"el",        ZetUnits::Electron,    1.0,                    1.0},
-    {Unit::Photon,       L"ph",        ZetUnits::Photon,      1.0,                    1.0},
+    // unit              category               symbol       to base                from base
+    {Unit::Unitless,     ZetUnits::Unitless,    L"unitless", 1.0,                   1.0},
+    {Unit::Meter,        ZetUnits::Length,      L"m",        1.0,                   1.0},
+    {Unit::Centimeter,   ZetUnits::Length,      L"cm",       0.01,                  100.0},
+    {Unit::Millimeter,   ZetUnits::Length,      L"mm",       0.001,                 1000.0},
+    {Unit::Micrometer,   ZetUnits::Length,      L"um",       1e-6,                  1e6},
+    {Unit::Nanometer,    ZetUnits::Length,      L"nm",       1e-9,                  1e9},
+    {Unit::Kilometer,    ZetUnits::Length,      L"km",       1000.0,                0.001},
+    {Unit::Inch,         ZetUnits::Length,      L"in",       0.0254,                39.37007874015748},
+    {Unit::Foot,         ZetUnits::Length,      L"ft",       0.3048,                3.280839895013123},
+    {Unit::Mile,         ZetUnits::Length,      L"mi",       1609.344,              0.0006213711922373339},
+    {Unit::NauticalMile, ZetUnits::Length,      L"nmi",      1852.0,                0.0005399568034557236},
+    {Unit::Kilogram,     ZetUnits::Mass,        L"kg",       1.0,                   1.0},
+    {Unit::Gram,         ZetUnits::Mass,        L"g",        0.001,                 1000.0},
+    {Unit::Milligram,    ZetUnits::Mass,        L"mg",       1e-6,                  1e6},
+    {Unit::Microgram,    ZetUnits::Mass,        L"ug",       1e-9,                  1e9},
+    {Unit::AtomicMass,   ZetUnits::Mass,        L"amu",      1.66054e-27,           6.022137376997844e26},
+    {Unit::Second,       ZetUnits::Time,        L"s",        1.0,                   1.0},
+    {Unit::Millisecond,  ZetUnits::Time,        L"ms",       0.001,                 1000.0},
+    {Unit::Microsecond,  ZetUnits::Time,        L"us",       1e-6,                  1e6},
+    {Unit::Nanosecond,   ZetUnits::Time,        L"ns",       1e-9,                  1e9},
+    {Unit::Minute,       ZetUnits::Time,        L"min",      60.0,                  0.016666666666666666},
+    {Unit::Hour,         ZetUnits::Time,        L"hr",       3600.0,                0.0002777777777777778},
+    {Unit::Radian,       ZetUnits::Angle,       L"rad",      1.0,                   1.0},
+    {Unit::Milliradian,  ZetUnits::Angle,       L"mrad",     0.001,                 1000.0},
+    {Unit::Microradian,  ZetUnits::Angle,       L"urad",     1e-6,                  1e6},
+    {Unit::Nanoradian,   ZetUnits::Angle,       L"nrad",     1e-9,                  1e9},
+    {Unit::Degree,       ZetUnits::Angle,       L"deg",      0.017453292519943295,  57.29577951308232},
+    {Unit::ArcMinute,    ZetUnits::Angle,       L"arcmin",   0.0002908882086657216, 3437.7467707849396},
+    {Unit::ArcSecond,    ZetUnits::Angle,       L"arcsec",   4.84813681109536e-6,   206264.80624709636},
+    {Unit::Kelvin,       ZetUnits::Temperature, L"K",        1.0,                   1.0},
+    {Unit::Ampere,       ZetUnits::Current,     L"A",        1.0,                   1.0},
+    {Unit::Count,        ZetUnits::Count,       L"cnt",      1.0,                   1.0},
+    {Unit::Cycle,        ZetUnits::Cycle,       L"cyc",      1.0,                   1.0},
+    {Unit::Electron,     ZetUnits::Electron,    L"el",       1.0,                   1.0},
+    {Unit::Photon,       ZetUnits::Photon,      L"ph",       1.0,                   1.0},
 };
 
 struct DerivedRow
