@@ -156,6 +156,9 @@ int ZetUnits::catIndex(Category category) const
 
 ZetUnits::operator ZetString() const
 {
+    if (const ZetString* text = ZetUnitsCache::instance().knownText(m_units)) {
+        return *text;
+    }
     std::wostringstream scratch;
     return toString(scratch);
 }
@@ -288,6 +291,9 @@ void ZetUnits::displayHalf(std::wostream& out, bool numerator) const
 
 std::wostream& operator<<(std::wostream& out, const ZetUnits& units)
 {
+    if (const ZetString* text = ZetUnitsCache::instance().knownText(units.m_units)) {
+        return out << *text;
+    }
     std::wostringstream scratch;
     scratch.copyfmt(out);
     // The stream's width is for the whole text, not for its first piece.

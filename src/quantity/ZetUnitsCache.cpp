@@ -70,6 +70,13 @@ void ZetUnitsCache::setPower(const List* units, double exponent, const List* res
     m_powers.emplace(UnitsFactor{units, exponent}, result);
 }
 
+const ZetString* ZetUnitsCache::knownText(const List* units) const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const auto found = m_texts.find(units);
+    return found != m_texts.end() ? &found->second : nullptr;
+}
+
 bool ZetUnitsCache::parsed(const ZetString& text, UnitsFactor& result) const
 {
     const std::lock_guard<std::mutex> lock(m_mutex);

@@ -89,7 +89,10 @@ TEST(ZetUnitsCache, textsAreMadeOnce)
 {
     ZetUnitsCache cache;
     const List* metre = cache.findCached({{Unit::Meter, 1.0}});
+    EXPECT_EQ(cache.knownText(metre), nullptr);
     EXPECT_EQ(cache.text(metre, [] { return ZetString(L"first"); }), L"first");
+    ASSERT_NE(cache.knownText(metre), nullptr);
+    EXPECT_EQ(*cache.knownText(metre), L"first");
     EXPECT_EQ(cache.text(metre, [] { return ZetString(L"second"); }), L"first");
 }
 
