@@ -9,6 +9,7 @@
 #include <zet/ZetEqnParser>
 #include <zet/ZetScalar>
 
+#include "support/ZetScopedLocale"
 #include "support/ZetTreeDump"
 
 namespace zet {
@@ -80,6 +81,7 @@ std::string outcomeOf(const std::string& text)
 
 TEST(ZetLanguageDoc, examples)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     int examples = 0;
     for (const std::string& line : linesOfBlocks("eqn")) {
         const std::size_t arrow = line.find(" => ");

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "support/ZetFunctionCalls"
+#include "support/ZetScopedLocale"
 
 namespace zet {
 namespace test {
@@ -136,6 +137,7 @@ const ArithmeticRow kArithmetic[] = {
 
 TEST(ZetMathFcn, arithmeticOfEveryPair)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     for (const ArithmeticRow& row : kArithmetic) {
         ASSERT_EQ(row.results.size(), std::size(kOperands));
         for (std::size_t i = 0; i < row.results.size(); ++i) {
@@ -146,6 +148,7 @@ TEST(ZetMathFcn, arithmeticOfEveryPair)
 
 TEST(ZetMathFcn, arithmeticOfQuantities)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         // the left side's units win
         {L"add", {L"Scalar 1 km", L"Scalar 1 m"}, L"Scalar 1.001 km"},
@@ -173,6 +176,7 @@ TEST(ZetMathFcn, arithmeticOfQuantities)
 
 TEST(ZetMathFcn, textJoins)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         // beside a value that was never set, a number stands in the default stream format
         {L"add", {L"unset", L"1"}, L"'1'"},
@@ -263,6 +267,7 @@ TEST(ZetMathFcn, whichPairsAreServed)
 
 TEST(ZetMathFcn, twoOperandsOfEveryClass)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         // the result of two doubles is a ComplexDouble where they compute as scalars
         {L"pow", {L"2", L"10"}, L"(1024,0)"},

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "support/ZetFunctionCalls"
+#include "support/ZetScopedLocale"
 
 namespace zet {
 namespace test {
@@ -54,6 +55,7 @@ TEST(ZetMathFcn, limitsOfNoClass)
 
 TEST(ZetMathFcn, clip)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         {L"clip", {L"5", L"1", L"10"}, L"5"},
         {L"clip", {L"0", L"1", L"10"}, L"1"},
@@ -156,6 +158,7 @@ const RoundclipRow kRoundclip[] = {
 
 TEST(ZetMathFcn, roundclip)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     for (const RoundclipRow& row : kRoundclip) {
         const ZetDataType type(row.type);
         const auto args = constants({makeValue(row.x), type, makeValue(row.lo), makeValue(row.hi)});
@@ -166,6 +169,7 @@ TEST(ZetMathFcn, roundclip)
 
 TEST(ZetMathFcn, roundclipTakesWhatConvertsToAType)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         {L"roundclip", {L"2.5", L"Int 5", L"0", L"9"}, L"UInt 3"},
         {L"roundclip", {L"2.5", L"UInt 6", L"0", L"9"}, L"Int64 3"},

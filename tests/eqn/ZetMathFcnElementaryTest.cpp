@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/ZetFunctionCalls"
+#include "support/ZetScopedLocale"
 
 namespace zet {
 namespace test {
@@ -133,6 +134,7 @@ const OneOperandRow kOneOperand[] = {
 
 TEST(ZetMathFcn, resultsOfEveryOperandClass)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     for (const OneOperandRow& row : kOneOperand) {
         ASSERT_EQ(row.results.size(), std::size(kOperands));
         for (std::size_t i = 0; i < row.results.size(); ++i) {
@@ -161,6 +163,7 @@ TEST(ZetMathFcn, oneOperandOfNoClassFails)
 
 TEST(ZetMathFcn, everyRealKindIsADouble)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         {L"unaryminus", {L"UInt 7"}, L"-7"},
         {L"unaryminus", {L"Int64 -7"}, L"7"},
@@ -174,6 +177,7 @@ TEST(ZetMathFcn, everyRealKindIsADouble)
 
 TEST(ZetMathFcn, whereADoubleTurnsComplex)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         // through the scalar: the result may leave the real axis
         {L"sqrt", {L"-4"}, L"(0,2)"},
@@ -204,6 +208,7 @@ TEST(ZetMathFcn, whereADoubleTurnsComplex)
 
 TEST(ZetMathFcn, scalarFailuresPassThrough)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         {L"factorial", {L"-1"}, L"!Invalid argument for 'factorial'"},
         {L"factorial", {L"170.5"}, L"!Invalid argument for 'factorial'"},
@@ -215,6 +220,7 @@ TEST(ZetMathFcn, scalarFailuresPassThrough)
 
 TEST(ZetMathFcn, partsDropTheUnits)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         {L"real", {L"Scalar (3,4) m"}, L"3"},
         {L"imag", {L"Scalar (3,4) m"}, L"4"},

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "support/ZetFunctionCalls"
+#include "support/ZetScopedLocale"
 
 namespace zet {
 namespace test {
@@ -8,6 +9,7 @@ namespace {
 
 TEST(ZetMathFcn, oneOperandOfAReduction)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         {L"min", {L"1"}, L"1"},
         {L"min", {L"Int 1"}, L"Int 1"},
@@ -28,6 +30,7 @@ TEST(ZetMathFcn, oneOperandOfAReduction)
 
 TEST(ZetMathFcn, extremes)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         {L"min", {L"3", L"1", L"2"}, L"1"},
         {L"max", {L"3", L"1", L"2"}, L"3"},
@@ -62,6 +65,7 @@ TEST(ZetMathFcn, extremes)
 
 TEST(ZetMathFcn, extremesOfEqualOperands)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         {L"max", {L"Int 1", L"1"}, L"1"},
         {L"max", {L"1", L"Int 1"}, L"Int 1"},
@@ -73,6 +77,7 @@ TEST(ZetMathFcn, extremesOfEqualOperands)
 
 TEST(ZetMathFcn, sum)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         {L"sum", {L"1", L"2", L"3.5"}, L"6.5"},
         {L"sum", {L"Int 1", L"Bool 1"}, L"2"},
@@ -99,6 +104,7 @@ TEST(ZetMathFcn, sum)
 
 TEST(ZetMathFcn, totalsIgnoreTheIncrement)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         {L"sum", {L"U8/2[4 1 2 9]"}, L"6"},
         {L"sum", {L"U8/2[4 1 2 9]", L"0"}, L"5"},
@@ -114,6 +120,7 @@ TEST(ZetMathFcn, totalsIgnoreTheIncrement)
 
 TEST(ZetMathFcn, median)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         {L"median", {L"1", L"2", L"3", L"4"}, L"2"},
         {L"median", {L"3", L"1", L"2"}, L"2"},
@@ -139,6 +146,7 @@ TEST(ZetMathFcn, median)
 
 TEST(ZetMathFcn, mean)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         {L"mean", {L"1", L"2", L"3"}, L"2"},
         {L"mean", {L"Int 7"}, L"7"},

@@ -7,6 +7,7 @@
 #include "eqn/ZetVarNode"
 #include "support/ZetCollectingHandler"
 #include "support/ZetFunctionCalls"
+#include "support/ZetScopedLocale"
 
 namespace zet {
 namespace test {
@@ -273,6 +274,7 @@ TEST(ZetMathFcn, tilesThatOthersHoldAreNeverWritten)
 
 TEST(ZetMathFcn, chainsOfTiles)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     const ZetEqnArgs x = constants({makeValue(L"Double[1 4]")});
     const ZetEqnArgs y = constants({makeValue(L"U8[2 3]")});
     const ZetEqnArgs two = constants({ZetVariant(2.0)});

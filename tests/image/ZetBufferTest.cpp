@@ -9,6 +9,7 @@
 
 #include "image/ZetBlockMemory"
 #include "support/ZetCollectingHandler"
+#include "support/ZetScopedLocale"
 
 namespace zet {
 namespace {
@@ -358,6 +359,7 @@ TEST(ZetBuffer, isSharedThroughPointers)
 
 TEST(ZetBufferPtr, textIsTheAddress)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     const ZetBufferPtr buffer(new ZetBuffer(3, true));
     std::wostringstream out;
     out << ZetBufferPtr() << L" " << buffer;

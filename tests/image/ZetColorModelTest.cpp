@@ -10,6 +10,8 @@
 #include <zet/ZetStrList>
 #include <zet/ZetVariant>
 
+#include "support/ZetScopedLocale"
+
 namespace zet {
 namespace {
 
@@ -220,6 +222,7 @@ const TextRow kTexts[] = {
 
 TEST(ZetColorModel, text)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     for (const TextRow& row : kTexts) {
         SCOPED_TRACE(testing::PrintToString(ZetString(row.text)));
         std::wistringstream in(ZetString(row.text) + L"~rest");

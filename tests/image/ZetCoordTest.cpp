@@ -12,6 +12,8 @@
 #include <zet/ZetSize3D>
 #include <zet/ZetVariant>
 
+#include "support/ZetScopedLocale"
+
 // The four small templates behave alike: one file tests them as one family.
 namespace zet {
 namespace {
@@ -196,6 +198,7 @@ TEST(ZetImageSize, isASizeWithItsOwnName)
 
 TEST(ZetSize3D, textByConversion)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     EXPECT_EQ(ZetString(ZetSize3D<unsigned int>(1, 2, 4294967295u)), L"(1,2,4294967295)");
 }
 

@@ -9,6 +9,8 @@
 #include <zet/ZetStrList>
 #include <zet/ZetVariant>
 
+#include "support/ZetScopedLocale"
+
 namespace zet {
 namespace {
 
@@ -49,6 +51,7 @@ TEST(ZetTiePoint, order)
 
 TEST(ZetTiePoint, properties)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     ZetTiePoint point;
     const ZetMetaObjectPtr meta = point.metaObject();
     const ZetMetaPropertiesConstPtr properties = meta->properties();

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/ZetScopedLocale"
+
 namespace zet {
 namespace {
 
@@ -146,6 +148,7 @@ TEST(ZetTileGrid, regionsOfCells)
 
 TEST(ZetTileGrid, cellsOutside)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     // the first position is 128, the last 99
     EXPECT_EQ(ZetString(square()(4, 0, 0)), L"((128,0,0),(4294967268,32,3))");
     EXPECT_EQ(ZetString(square()(0, 0, 3)), L"((0,0,3),(32,32,0))");

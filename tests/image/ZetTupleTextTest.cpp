@@ -10,6 +10,8 @@
 #include <zet/ZetSize3D>
 #include <zet/ZetTiePoint>
 
+#include "support/ZetScopedLocale"
+
 // The text forms of coordinates, sizes, regions and tie points, as one table.
 namespace zet {
 namespace {
@@ -56,6 +58,7 @@ ZetString readAtEnd(const T& before, const ZetString& text)
 
 TEST(ZetTupleText, writes)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     EXPECT_EQ(textOf(ZetCoord2D<int>(-1, 2)), L"(-1,2)");
     EXPECT_EQ(textOf(Point(0.5, -2)), L"(0.5,-2)");
     EXPECT_EQ(textOf(Point(1e20, 1.0 / 3.0)), L"(1e+20,0.333333)");
@@ -97,6 +100,7 @@ const ReadRow kPlane[] = {
 
 TEST(ZetTupleText, readsPointsOfThePlane)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     for (const ReadRow& row : kPlane) {
         EXPECT_EQ(readOver(Point(7, 7), row.text), row.result) << testing::PrintToString(ZetString(row.text));
     }
@@ -110,6 +114,7 @@ TEST(ZetTupleText, readsPointsOfThePlane)
 
 TEST(ZetTupleText, readsPointsOfSpace)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     const ZetCoord3D<int> whole(7, 7, 7);
     EXPECT_EQ(readOver(whole, L"(1,2,3)"), L"(1,2,3) ~");
     EXPECT_EQ(readOver(whole, L"[1;2;3]"), L"(1,2,3) ~");
@@ -127,6 +132,7 @@ TEST(ZetTupleText, readsPointsOfSpace)
 
 TEST(ZetTupleText, readsSizes)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     const Size size(7, 7, 7);
     EXPECT_EQ(readOver(size, L"(1,2,3)"), L"(1,2,3) ~");
     // cut to 64 bits, of which the low 32 count
@@ -139,6 +145,7 @@ TEST(ZetTupleText, readsSizes)
 
 TEST(ZetTupleText, readsRegions)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     EXPECT_EQ(readOver(kRegion, L"((1,2,3),(4,5,6))"), L"((1,2,3),(4,5,6)) ~");
     EXPECT_EQ(readOver(kRegion, L" [ (1;2;3) + (4x5x6) ] "), L"((1,2,3),(4,5,6))  ~");
     EXPECT_EQ(readAtEnd(kRegion, L"((1,2,3),(4,5,6))"), L"((1,2,3),(4,5,6))");
@@ -149,6 +156,7 @@ TEST(ZetTupleText, readsRegions)
 
 TEST(ZetTupleText, readsTiePoints)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     EXPECT_EQ(readOver(kTie, L"((1,2),(3.5,4))"), L"((1,2),(3.5,4)) ~");
     EXPECT_EQ(readOver(kTie, L"<<1 , 2> = <3.5 , 4>>"), L"((1,2),(3.5,4)) ~");
     EXPECT_EQ(readAtEnd(kTie, L"((1,2),(3.5,4))"), L"((1,2),(3.5,4))");

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "support/ZetCollectingHandler"
+#include "support/ZetScopedLocale"
 
 namespace zet {
 namespace {
@@ -188,6 +189,7 @@ struct FailureRow
 
 TEST(ZetBreakPointLut, failures)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     const FailureRow rows[] = {
         {Type::U8, Type::Invalid, {}, {L"Input data type () is not valid."}},
         {Type::Invalid, Type::Invalid, {}, {L"Input data type () is not valid."}},

@@ -9,6 +9,8 @@
 #include <zet/ZetStrList>
 #include <zet/ZetVariant>
 
+#include "support/ZetScopedLocale"
+
 namespace zet {
 namespace {
 
@@ -43,6 +45,7 @@ TEST(ZetBreakPoint, order)
 
 TEST(ZetBreakPoint, writes)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     EXPECT_EQ(ZetBreakPoint(-1, 2.5, 3).toString(), L"(-1,2.5,3)");
     EXPECT_EQ(ZetBreakPoint(1, 3.0, 4294967295u).toString(), L"(1,3,4294967295)");
     EXPECT_EQ(ZetBreakPoint(1, 1e20 / 3.0, 0).toString(), L"(1,3.33333e+19,0)");
@@ -80,6 +83,7 @@ const ReadRow kRead[] = {
 
 TEST(ZetBreakPoint, reads)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     for (const ReadRow& row : kRead) {
         SCOPED_TRACE(testing::PrintToString(ZetString(row.text)));
         ZetBreakPoint point = kBefore;

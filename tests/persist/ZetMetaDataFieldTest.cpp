@@ -9,6 +9,8 @@
 #include <zet/ZetMetaProperties>
 #include <zet/ZetStrList>
 
+#include "support/ZetScopedLocale"
+
 namespace zet {
 namespace {
 
@@ -83,6 +85,7 @@ struct TextRow
 
 TEST(ZetMetaDataField, text)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     const TextRow rows[] = {
         {ZetMetaDataField(), L"(,\"\",0,)"},
         {fieldOf(L"n", L"some words", {}), L"(n,\"some words\",0,)"},
@@ -146,6 +149,7 @@ TEST(ZetMetaDataField, properties)
 
 TEST(ZetMetaDataField, travelsInVariants)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     const ZetMetaDataField field(L"n", ZetVariant(3.0), L"d");
     const ZetVariant variant(ZetMetaType::of<ZetMetaDataField>(), &field);
     EXPECT_EQ(variant.typeName(), L"ZetMetaDataField");

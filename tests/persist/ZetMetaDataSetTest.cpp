@@ -8,6 +8,8 @@
 
 #include <zet/ZetMetaProperties>
 
+#include "support/ZetScopedLocale"
+
 namespace zet {
 namespace {
 
@@ -316,6 +318,7 @@ TEST(ZetMetaDataSet, aCopyCanBecomeASubset)
 
 TEST(ZetMetaDataSet, text)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     ZetMetaDataSet set(L"image", L"a picture");
     EXPECT_EQ(textOf(set), L"image; a picture\n");
     set.rfield(L"width").setValues({640});
@@ -770,6 +773,7 @@ TEST(ZetMetaDataSet, becomesAPartOfItselfThroughAProperty)
 
 TEST(ZetMetaDataSet, travelsInVariants)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     ZetMetaDataSet set(L"n", L"d");
     set.rfield(L"f").setValues({3.0});
     const ZetVariant variant(ZetMetaType::of<ZetMetaDataSet>(), &set);
