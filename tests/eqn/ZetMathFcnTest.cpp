@@ -272,6 +272,54 @@ TEST(ZetMathFcn, tilesThatOthersHoldAreNeverWritten)
     EXPECT_EQ(tileText(tile), L"Double[1 4]");
 }
 
+/// Evaluates to a new tile each time, and keeps the address of its block.
+class NewTileNode : public ZetEqnNode
+{
+public:
+    ZetEqnNode* clone() const override { return new NewTileNode(*this); }
+
+    ZetVariant evaluate() override
+    {
+        const ZetVariant value = makeValue(L"Double[1 4]");
+        m_block = block(value);
+        return value;
+    }
+
+    const void* block() const { return m_block; }
+
+    static const void* block(const ZetVariant& value)
+    {
+        return static_cast<const ZetEqnTile*>(value.data())->elements<double>();
+    }
+
+private:
+    const void* m_block = nullptr;
+};
+
+TEST(ZetMathFcn, aTileThatDiesLendsItsBlock)
+{
+    NewTileNode* const made = new NewTileNode;
+    const ZetEqnNodePtr tile = made;
+    const ZetEqnArgs numbers = constants({ZetVariant(2.0), ZetVariant(3.0)});
+    const struct
+    {
+        const wchar_t* name;
+        ZetEqnArgs args;
+        const wchar_t* result;
+    } rows[] = {
+        {L"add", {tile, numbers[0]}, L"Double[3 6]"},
+        {L"subtract", {numbers[0], tile}, L"Double[1 -2]"},
+        {L"sqrt", {tile}, L"Double[1 2]"},
+        {L"clip", {tile, numbers[0], numbers[1]}, L"Double[2 3]"},
+        {L"max", {tile, numbers[0], numbers[1]}, L"Double[3 4]"},
+    };
+    for (const auto& row : rows) {
+        const ZetVariant value = call(row.name, row.args);
+        EXPECT_EQ(valueText(value), row.result);
+        EXPECT_EQ(NewTileNode::block(value), made->block()) << testing::PrintToString(std::wstring(row.name));
+    }
+}
+
 TEST(ZetMathFcn, chainsOfTiles)
 {
     const test::ZetScopedLocale plainNumbers("C");
