@@ -80,6 +80,20 @@ std::string reduction(const std::string& text)
     return std::string();
 }
 
+std::string functionOfAnything(const std::string& text, const std::string& name)
+{
+    const std::string argument = name.empty() ? std::string() : "\\s*" + name + "\\s*[,)]";
+    static const std::set<std::string> names = {"sum", "mean", "min", "max", "roundclip"};
+    const std::regex call("\\b(\\w+)\\s*\\(" + argument);
+    const std::string plain = withoutQuoted(text);
+    for (std::sregex_iterator it(plain.begin(), plain.end(), call), end; it != end; ++it) {
+        if (names.count(lower((*it)[1]))) {
+            return lower((*it)[1]);
+        }
+    }
+    return std::string();
+}
+
 int columnOf(const std::string& text, const std::string& name)
 {
     const std::string plain = withoutQuoted(text);

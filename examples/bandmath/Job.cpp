@@ -74,6 +74,25 @@ void checkReduction(const Equation& equation, const std::vector<Band>& bands, bo
     }
 }
 
+/// Most operations tell that they do not serve an element type by an empty result. A few give
+/// pixels or a number all the same, and must not be let near such a band.
+void checkTypes(const Equation& equation, const std::vector<Band>& bands)
+{
+    for (const Band& band : bands) {
+        const zet::ZetDataType type(band.elementType());
+        const bool served = type.type() != zet::ZetDataType::I64 && type.type() != zet::ZetDataType::U64;
+        const bool partly = type.type() == zet::ZetDataType::ComplexDouble;
+        if ((served && !type.isComplex()) || columnOf(equation.text(), band.name()) == 0) {
+            continue;
+        }
+        const std::string function = functionOfAnything(equation.text(), partly ? band.name() : std::string());
+        if (!function.empty()) {
+            throw Failure("'" + function + "' does not serve the element type " + nameOf(type.type()) + " of '" +
+                          band.name() + "' (" + band.place() + ").");
+        }
+    }
+}
+
 /// What is written, from the first window on: until then it is not known what the equation gives.
 struct Outputs
 {
@@ -156,6 +175,8 @@ void runJob(const Options& options)
     RasterFiles files;
     std::vector<Band> bands = openBands(options, files);
     equation.requireBands(bands);
+
+    checkTypes(equation, bands);
 
     const Band& model = bands.front();
     const std::size_t total = Window{0, 0, model.width(), model.height()}.pixels();

@@ -56,6 +56,19 @@ TEST(EquationText, reduction)
     }
 }
 
+TEST(EquationText, functionOfAnything)
+{
+    EXPECT_EQ(functionOfAnything("a+1"), "");
+    EXPECT_EQ(functionOfAnything("a + RoundClip (b, 1, 2, 3)"), "roundclip");
+    EXPECT_EQ(functionOfAnything("max(b,0)+sum(a)"), "max");
+    EXPECT_EQ(functionOfAnything("max(b,0)+sum(a)", "a"), "sum");
+    EXPECT_EQ(functionOfAnything("max(ab,0)+sum(a+1)", "a"), "");
+    EXPECT_EQ(functionOfAnything("max( a ,0)", "a"), "max");
+    // functions have no case, variables do
+    EXPECT_EQ(functionOfAnything("MAX(A,0)", "a"), "");
+    EXPECT_EQ(functionOfAnything("MAX(A,0)", "A"), "max");
+}
+
 TEST(EquationText, columnOf)
 {
     EXPECT_EQ(columnOf("red+nir", "nir"), 7);

@@ -114,6 +114,33 @@ TEST_F(BandmathFailureTest, unservedElementTypes)
                       "only. 'gdal_translate -ot' makes a copy of another type, such as CFloat64.");
 }
 
+// These would answer with 0, or with pixels that nobody has written.
+TEST_F(BandmathFailureTest, functionsThatAnswerWithoutServing)
+{
+    struct Row
+    {
+        const char* equation;
+        const char* file;
+        const char* function;
+        const char* type;
+    };
+    const Row rows[] = {
+        {"sum(z)", "i64.tif", "sum", "I64"},
+        {"1 + Mean(z*2)", "i64.tif", "mean", "I64"},
+        {"roundclip(z, \"(U8,8)\", 0, 9)", "i64.tif", "roundclip", "I64"},
+        {"max(norm(z))", "c32.tif", "max", "ComplexFloat"},
+        {"min(z)", "c64.tif", "min", "ComplexDouble"},
+        {"roundclip( z , \"(U8,8)\", 0, 9)", "c64.tif", "roundclip", "ComplexDouble"},
+    };
+    for (const Row& row : rows) {
+        expectFailure(run(row.equation, {"-b", "z=" + path(row.file)}),
+                      "'" + std::string(row.function) + "' does not serve the element type " + row.type + " of 'z' ('" +
+                          path(row.file) + "', band 1).");
+    }
+    // a part of a complex band is real
+    EXPECT_EQ(run("sum(norm(z))", {"-b", "z=" + path("c64.tif")}).code, 0);
+}
+
 TEST_F(BandmathFailureTest, bandsAndFiles)
 {
     struct Row
