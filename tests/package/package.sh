@@ -63,7 +63,7 @@ if [ -n "$foreign" ] && [ -z "$CXXFLAGS" ]; then
 fi
 
 echo "== find_package"
-cmake -S "$here/consumer" -B "$work/consumer" -DCMAKE_PREFIX_PATH="$stage" -DCMAKE_BUILD_TYPE=Release >"$work/log" ||
+cmake -G Ninja -S "$here/consumer" -B "$work/consumer" -DCMAKE_PREFIX_PATH="$stage" -DCMAKE_BUILD_TYPE=Release >"$work/log" ||
     { cat "$work/log"; exit 1; }
 cmake --build "$work/consumer" >"$work/log" || { cat "$work/log"; exit 1; }
 "$work/consumer/consumer"

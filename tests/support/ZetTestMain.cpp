@@ -8,6 +8,8 @@
 /// both C and C++, which a program may well have chosen.
 int main(int argc, char** argv)
 {
+    // A test that ends its process runs in a fresh one.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
     ::testing::InitGoogleTest(&argc, argv);
     if (const char* name = std::getenv("ZET_TEST_LOCALE")) {
         std::locale::global(std::locale(name));
