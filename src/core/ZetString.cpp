@@ -173,6 +173,7 @@ int vsprintf(wchar_t* dst, const wchar_t* format, std::va_list arguments)
 {
     wchar_t buffer[512] = {};
     const int length = std::vswprintf(buffer, std::size(buffer), format, arguments);
+    buffer[std::size(buffer) - 1] = L'\0';
     std::wcscpy(dst, buffer);
     return length;
 }

@@ -77,11 +77,11 @@ ZetBuffer& ZetBuffer::operator=(const ZetBuffer& other)
     if (m_size == 0) {
         return *this;
     }
-    m_dataType = other.m_dataType;
     if (other.m_data && allocate()) {
         std::memmove(m_data, other.m_data, m_size);
         m_allocationFailed = false;
     }
+    m_dataType = other.m_dataType;
     return *this;
 }
 
@@ -141,7 +141,9 @@ void* ZetBuffer::reallocate(unsigned long size, bool preserve)
         return m_data;
     }
     const ZetDataType dataType = m_dataType;
-    deallocate();
+    if (hadBlock) {
+        deallocate();
+    }
     m_size = size;
     m_dataType = dataType;
     return hadBlock ? nullptr : allocate();

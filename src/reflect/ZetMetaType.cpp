@@ -75,6 +75,7 @@ bool ZetMetaType::isNumeric() const
 #define ZET_NUMERIC(Number, Enumerator, Name, Class, Numeric) Numeric,
     static constexpr bool numeric[] = {ZET_BUILT_IN_TYPES(ZET_NUMERIC)};
 #undef ZET_NUMERIC
+    static_assert(std::size(numeric) == Invalid, "one row a kind");
     return m_type < Invalid && numeric[m_type];
 }
 

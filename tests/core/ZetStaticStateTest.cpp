@@ -7,6 +7,7 @@
 
 #include <zet/ZetCoreFunctions>
 #include <zet/ZetCoreLibMgr>
+#include <zet/ZetMetaType>
 #include <zet/ZetStrList>
 #include <zet/ZetTypeID>
 #include <zet/ZetVersion>
@@ -34,6 +35,7 @@ struct Early
         firstId = internal::uniqueTypeID(L"the first name");
         secondId = internal::uniqueTypeID(L"the second name");
         firstIdAgain = internal::uniqueTypeID(L"the first name");
+        firstCustomKind = ZetMetaType(ZetMetaType::FirstCustom).type();
         lastErrorBeforeAny = std::make_unique<ZetTextMsg>(lastError());
 
         parallelLoops = useParallelLoops();
@@ -63,6 +65,7 @@ struct Early
     unsigned long firstId = 0;
     unsigned long secondId = 0;
     unsigned long firstIdAgain = 0;
+    ZetMetaType::Type firstCustomKind = ZetMetaType::Bool;
     std::unique_ptr<ZetTextMsg> lastErrorBeforeAny;
     bool parallelLoops = false;
     bool timingAtFirst = true;
@@ -77,6 +80,11 @@ struct Early
 };
 
 __attribute__((init_priority(101))) const Early s_early;
+
+TEST(ZetStaticState, noCustomKindBeforeAnyRegistration)
+{
+    EXPECT_EQ(s_early.firstCustomKind, ZetMetaType::Invalid);
+}
 
 TEST(ZetStaticState, theFirstTypeNameGetsOne)
 {

@@ -321,6 +321,7 @@ TEST(ZetBuffer, assignmentWithoutMemory)
     ZetBuffer target(5, false);
     EXPECT_EQ(test::thrownBy([&] { target = source; }).text(), L"Cannot allocate '3' bytes for buffer.");
     EXPECT_EQ(stateOf(target), (State{false, true, false, true, 3}));
+    EXPECT_EQ(target.dataType(), ZetDataType());
     const test::ZetCollectingHandler posted;
     target = source;
     EXPECT_EQ(posted.messages().size(), 1u);
