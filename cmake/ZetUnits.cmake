@@ -60,6 +60,8 @@ set(ZET_UNITS
   reflect/ZetObjectFactory
   reflect/ZetObjectProxy
   eqn/ZetOperand
+  persist/ZetParameter
+  persist/ZetParameterList
   image/ZetPixelKernels
   image/ZetROI
   quantity/ZetRational
@@ -68,6 +70,8 @@ set(ZET_UNITS
   core/ZetSafeBool
   quantity/ZetScalar
   core/ZetSemaphore
+  persist/ZetSerialize
+  persist/ZetSerializeIF
   image/ZetSize2D
   image/ZetSize3D
   lut/ZetStatistics
