@@ -31,6 +31,7 @@ set(ZET_UNITS
   eqn/ZetEqnTileFunctions
   eqn/ZetEqnTileReductions
   eqn/ZetFcnNode
+  fileio/ZetFile
   eqn/ZetFlexScanner
   image/ZetGeodeticFunctions
   lut/ZetHistogram
@@ -81,6 +82,8 @@ set(ZET_UNITS
   core/ZetTextMsg
   image/ZetTiePoint
   image/ZetTileGrid
+  fileio/ZetTokenizer
+  fileio/ZetTokenizer_p
   core/ZetTypeID
   fileio/ZetURI
   quantity/ZetUnits
