@@ -11,6 +11,23 @@ set(ZET_UNITS
   image/ZetBuffer
   image/ZetByteOrder
   reflect/ZetCastValue
+  cmdline/ZetClArg
+  cmdline/ZetClArgVisitorIF
+  cmdline/ZetClExitException
+  cmdline/ZetClHelpVisitor
+  cmdline/ZetClIgnoreRestVisitor
+  cmdline/ZetClMultiSwitchArg
+  cmdline/ZetClMultiUnlabeledArg
+  cmdline/ZetClMultiValueArg
+  cmdline/ZetClOutputIF
+  cmdline/ZetClParser
+  cmdline/ZetClParserIF
+  cmdline/ZetClStdOutput
+  cmdline/ZetClSwitchArg
+  cmdline/ZetClUnlabeledArg
+  cmdline/ZetClValueArg
+  cmdline/ZetClVersionVisitor
+  cmdline/ZetClXorHandler
   image/ZetColorModel
   quantity/ZetComplexMath
   eqn/ZetConstNode

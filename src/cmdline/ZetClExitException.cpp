@@ -1,0 +1,12 @@
+#include <zet/ZetClExitException>
+
+#include "core/ZetUnitInit"
+
+namespace zet {
+
+ZetString ZetClExitException::className() const
+{
+    return L"ZetClExitException";
+}
+
+}  // namespace zet
