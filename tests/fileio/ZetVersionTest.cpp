@@ -5,7 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include <zet/ZetVersionMetaObj>
+#include <zet/ZetMetaProperties>
+#include <zet/ZetVariant>
 
 #include "support/ZetPrint"
 
@@ -105,26 +106,6 @@ TEST(ZetVersion, readsItsText)
         EXPECT_EQ(version.major(), row.major);
         EXPECT_EQ(version.minor(), row.minor);
         EXPECT_EQ(version.build(), row.build);
-    }
-}
-
-TEST(ZetVersion, hasThreeProperties)
-{
-    struct Row
-    {
-        const wchar_t* name;
-        const wchar_t* label;
-    };
-    const Row rows[] = {{L"major", L"Major"}, {L"minor", L"Minor"}, {L"build", L"Build"}};
-    const ZetMetaPropertiesPtr properties = ZetVersionMetaObj::staticProperties();
-    EXPECT_EQ(properties->ownerClassName(), L"ZetVersion");
-    EXPECT_EQ(properties->propertyNames(true), (ZetStrList{L"major", L"minor", L"build"}));
-    for (const Row& row : rows) {
-        const ZetMetaPropertyPtr property = properties->property(row.name, false);
-        ASSERT_TRUE(property);
-        EXPECT_EQ(property->label(), row.label);
-        EXPECT_EQ(property->flags().flags(), 0);
-        EXPECT_EQ(property->type().type(), ZetMetaType::Int);
     }
 }
 

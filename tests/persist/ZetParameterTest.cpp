@@ -173,37 +173,6 @@ TEST(ZetParameter, assignmentTakesAllButTheList)
     EXPECT_EQ(copy.owner(), nullptr);
 }
 
-TEST(ZetParameter, metaProperties)
-{
-    const ZetParameter parameter;
-    const ZetMetaPropertiesConstPtr properties = parameter.metaObject()->properties();
-    EXPECT_EQ(properties->ownerClassName(), L"ZetParameter");
-    const struct
-    {
-        const wchar_t* name;
-        const wchar_t* label;
-        const wchar_t* type;
-    } rows[] = {
-        {L"cross_ref", L"Cross Reference", L"ZetString"},
-        {L"value", L"Value", L"ZetVariant"},
-        {L"properties", L"Properties", L"ZetMetaProperty"},
-    };
-    ZetStrList names;
-    for (const auto& row : rows) {
-        SCOPED_TRACE(toMultibyte(row.name));
-        names.append(row.name);
-        const ZetMetaPropertyConstPtr property = properties->property(row.name, false);
-        ASSERT_TRUE(property);
-        EXPECT_EQ(property->label(), row.label);
-        EXPECT_EQ(property->type().toString(), row.type);
-        EXPECT_EQ(property->flags().flags(), ZetMetaFlag::Editable);
-        EXPECT_EQ(property->description(), L"");
-        EXPECT_EQ(property->commandFlag(), L'\0');
-        EXPECT_FALSE(property->validator());
-    }
-    EXPECT_EQ(properties->propertyNames(true), names);
-}
-
 TEST(ZetParameter, readsAndWritesThroughTheMetaObject)
 {
     ZetParameter parameter(L"a", L"b");

@@ -5,11 +5,19 @@
 
 #include <gtest/gtest.h>
 
+#include <zet/ZetBreakPoint>
 #include <zet/ZetCoord2D>
 #include <zet/ZetCoord3D>
+#include <zet/ZetHistogram>
+#include <zet/ZetHistogram_p>
 #include <zet/ZetKeyedObject>
+#include <zet/ZetLutDesc>
+#include <zet/ZetMetaDataField>
+#include <zet/ZetMetaDataSet>
 #include <zet/ZetMetaProperties>
+#include <zet/ZetNumValidator>
 #include <zet/ZetObjectProxy>
+#include <zet/ZetParameter>
 #include <zet/ZetROI>
 #include <zet/ZetRational>
 #include <zet/ZetScalar>
@@ -97,6 +105,39 @@ TEST(ZetMetaObjectTable, classes)
         {propertiesOf<ZetTiePoint>(),
          L"ZetTiePoint",
          {{L"uv", L"UV", 0, L"ZetDblCoord2D"}, {L"xy", L"XY", 0, L"ZetDblCoord2D"}}},
+        {propertiesOf<ZetBreakPoint>(),
+         L"ZetBreakPoint",
+         {{L"in", L"In", 0, L"Int"}, {L"out", L"Out", 0, L"Double"}, {L"band", L"Band", 0, L"UInt"}}},
+        {propertiesOf<ZetHistogram>(), L"ZetHistogram", {{L"freq_histogram", L"Histogram", 0, L"ZetHistogram_p"}}},
+        {propertiesOf<ZetHistogram_p>(),
+         L"ZetHistogram_p",
+         {{L"first_bin", L"First Bin", 0, L"Int"},
+          {L"last_bin", L"Last Bin", 0, L"Int"},
+          {L"data", L"Data", 0, L"ZetBufferPtr"}}},
+        {propertiesOf<ZetLutDesc>(),
+         L"ZetLutDesc",
+         {{L"reuseLutDataForAllBands", L"Reuse Lut Data For All Bands", 0, L"Bool"},
+          {L"numEntriesPerBand", L"Num Entries Per Band", 0, L"UInt"},
+          {L"numBands", L"Num Bands", 0, L"UInt"},
+          {L"minIndex", L"Minimum Index", 0, L"Int64"},
+          {L"data", L"Lut Data", 0, L"ZetBufferPtr"},
+          {L"datatype", L"Data Type", 0, L"ZetDataType"}}},
+        {propertiesOf<ZetParameter>(),
+         L"ZetParameter",
+         {{L"cross_ref", L"Cross Reference", 0, L"ZetString"},
+          {L"value", L"Value", 0, L"ZetVariant"},
+          {L"properties", L"Properties", 0, L"ZetMetaProperty"}}},
+        {propertiesOf<ZetMetaDataField>(),
+         L"ZetMetaDataField",
+         {{L"name", L"Name", 0, L"ZetString"},
+          {L"description", L"Description", 0, L"ZetString"},
+          {L"values", L"Values", 0, L"ZetVariantList"}}},
+        {propertiesOf<ZetMetaDataSet>(),
+         L"ZetMetaDataSet",
+         {{L"name", L"Name", 0, L"ZetString"},
+          {L"description", L"Description", 0, L"ZetString"},
+          {L"fields", L"Fields", 0, L"ZetVariantList"},
+          {L"subsets", L"Subsets", 0, L"ZetVariantList"}}},
     };
     for (const MetaObjectRow& row : rows) {
         expectTable(row);
@@ -140,6 +181,14 @@ TYPED_TEST(ZetMetaObjectTableOf, classes)
     expectTable({propertiesOf<ZetRational<T>>(),
                  L"ZetRational",
                  {{L"numerator", L"Numerator", 0, kind}, {L"denominator", L"Denominator", 0, kind}}});
+    // of the element types with one byte a validator has the signed one
+    using Number = std::conditional_t<std::is_same<T, char>::value, signed char, T>;
+    expectTable({propertiesOf<ZetNumValidator<Number>>(),
+                 L"ZetNumValidator",
+                 {{L"template_type", L"Data Type", 1, L"ZetDataType"},
+                  {L"flags", L"Flags", 0, L"UInt"},
+                  {L"lower_bound", L"Lower Bound", 0, kind},
+                  {L"upper_bound", L"Upper Bound", 0, kind}}});
 }
 
 TYPED_TEST(ZetMetaObjectTableOf, readAndWriteTheFields)
