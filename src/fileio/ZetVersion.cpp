@@ -1,27 +1,14 @@
-#include <zet/ZetStrList>
 #include <zet/ZetVersion>
-#include <zet/ZetVersionMetaObj>
 
-#include <cwchar>
 #include <istream>
-#include <iterator>
 #include <ostream>
+
+#include <zet/ZetStrList>
+#include <zet/ZetVersionMetaObj>
 
 #include "core/ZetUnitInit"
 
 namespace zet {
-namespace {
-
-template <class... Arguments>
-ZetString formatted(const wchar_t* format, Arguments... arguments)
-{
-    wchar_t piece[40] = {};
-    std::swprintf(piece, std::size(piece), format, arguments...);
-    return piece;
-}
-
-}  // namespace
-
 ZetMetaPropertiesPtr ZetVersionMetaObj::staticProperties()
 {
     static constexpr Row rows[] = {
@@ -44,9 +31,9 @@ ZetString ZetVersion::className() const
 
 ZetString ZetVersion::toString(const ZetString& separator, bool omitBuild) const
 {
-    ZetString text = formatted(L"%d%ls%d", m_major, separator.c_str(), m_minor);
+    ZetString text = std::to_wstring(m_major) + separator + std::to_wstring(m_minor);
     if (!omitBuild && m_build != 0) {
-        text += formatted(L"%ls%d", separator.c_str(), m_build);
+        text += separator + std::to_wstring(m_build);
     }
     return text;
 }

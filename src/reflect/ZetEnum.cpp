@@ -1,6 +1,8 @@
 #include <zet/ZetEnum>
 
 #include <algorithm>
+#include <istream>
+#include <ostream>
 
 #include <zet/ZetVariant>
 
@@ -82,6 +84,18 @@ int ZetEnum::fromString(const ZetString& name) const
 bool ZetEnum::isValid(const ZetString& name) const
 {
     return fromString(name) != INVALID_ENUM;
+}
+
+std::wostream& operator<<(std::wostream& out, const ZetEnum&)
+{
+    out.setstate(std::ios_base::failbit);
+    return out;
+}
+
+std::wistream& operator>>(std::wistream& in, ZetEnum&)
+{
+    in.setstate(std::ios_base::failbit);
+    return in;
 }
 
 }  // namespace zet

@@ -61,9 +61,9 @@ TEST(ZetVersion, writesItsText)
         {ZetVersion(-1, -2, -3), L".", false, L"-1.-2.-3"},
         {ZetVersion(std::numeric_limits<int>::min(), std::numeric_limits<int>::max(), -1), L".", false,
          L"-2147483648.2147483647.-1"},
-        // the longest piece: 39 characters
-        {ZetVersion(1, 2, 3), L"1234567890123456789012345678901234567", true,
-         L"112345678901234567890123456789012345672"},
+        // a separator prints whole, whatever its length
+        {ZetVersion(1, 2, 3), L"-a separator of more than forty characters-", false,
+         L"1-a separator of more than forty characters-2-a separator of more than forty characters-3"},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(row.version.toString(row.separator, row.omitBuild), row.text);
@@ -97,7 +97,10 @@ TEST(ZetVersion, readsItsText)
         {L".1.2", 0, 1, 2},
         // negative parts go through the unsigned number
         {L"-1.-2.-3", -1, -2, -3},
+        {L"-1", -1, 0, 0},
         {L"4294967297.0.0", 1, 0, 0},
+        // brackets around the whole are dropped
+        {L"(1.2.3)", 1, 2, 3},
         {L"", 0, 0, 0},
     };
     for (const Row& row : rows) {

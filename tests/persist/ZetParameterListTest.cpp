@@ -8,6 +8,7 @@
 #include <zet/ZetMetaProperties>
 
 #include "support/ZetPrint"
+#include "support/ZetScopedLocale"
 
 namespace zet {
 namespace {
@@ -56,6 +57,7 @@ ZetString dump(const ZetVariant& value)
 
 TEST(ZetParameterList, constructs)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     const ZetParameterList list(L"name");
     EXPECT_EQ(list.className(), L"ZetParameterList");
     EXPECT_EQ(list.name(), L"name");

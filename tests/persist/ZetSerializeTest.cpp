@@ -14,6 +14,7 @@
 #include <zet/ZetVariant>
 
 #include "support/ZetPrint"
+#include "support/ZetScopedLocale"
 
 namespace zet {
 namespace {
@@ -95,6 +96,7 @@ TEST(ZetSerialize, names)
 
 TEST(ZetSerialize, anObjectWithProperties)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     const ZetSerialize serialize(new PlainFormat);
     std::wstringstream stream;
     const ZetROI region(ZetCoord3D<int>(1, 2, 3), ZetImageSize(4, 5, 6));
@@ -108,6 +110,7 @@ TEST(ZetSerialize, anObjectWithProperties)
 
 TEST(ZetSerialize, anObjectOfAKind)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     const ZetSerialize serialize(new PlainFormat);
     std::wstringstream stream;
     EXPECT_EQ(&serialize.serialize_aux(stream, ZetDataType(ZetDataType::U16, 12)), &stream);
@@ -133,6 +136,7 @@ TEST(ZetSerialize, theVariantStartsFromTheObject)
 
 TEST(ZetSerialize, anotherKindIsConverted)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     const ZetSerialize serialize(new PlainFormat);
     std::wistringstream text(L"ZetString,(U8,7)");
     ZetDataType type(ZetDataType::Float);
@@ -164,6 +168,7 @@ TEST(ZetSerialize, anObjectOfNoKind)
 
 TEST(ZetSerialize, variantsGoStraightToTheFormat)
 {
+    const test::ZetScopedLocale plainNumbers("C");
     const ZetSerialize serialize(new PlainFormat);
     std::wstringstream stream;
     EXPECT_EQ(&serialize.serialize_aux(stream, ZetVariant(5)), &stream);
