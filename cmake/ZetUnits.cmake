@@ -38,6 +38,8 @@ set(ZET_UNITS
   image/ZetDataLayout
   image/ZetDataType
   eqn/ZetDeepEvaluation
+  fileio/ZetDir
+  fileio/ZetDirControl
   reflect/ZetEnum
   reflect/ZetEnumValidator
   eqn/ZetEqnNode
@@ -49,6 +51,7 @@ set(ZET_UNITS
   eqn/ZetEqnTileReductions
   eqn/ZetFcnNode
   fileio/ZetFile
+  fileio/ZetFileInfo
   eqn/ZetFlexScanner
   image/ZetGeodeticFunctions
   lut/ZetHistogram
@@ -92,9 +95,11 @@ set(ZET_UNITS
   persist/ZetSerializeIF
   image/ZetSize2D
   image/ZetSize3D
+  fileio/ZetState_p
   lut/ZetStatistics
   core/ZetStrList
   core/ZetString
+  fileio/ZetTempFile
   core/ZetTextHandler
   core/ZetTextMsg
   image/ZetTiePoint
