@@ -1,9 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-
+#include "support/ZetCorpus"
 #include "support/ZetEquationExercise"
 
 namespace zet {
@@ -11,15 +8,7 @@ namespace {
 
 TEST(ZetEquationCorpus, replays)
 {
-    int files = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(ZET_TEST_CORPUS "/equation")) {
-        SCOPED_TRACE(entry.path().filename().string());
-        std::ifstream in(entry.path(), std::ios::binary);
-        const std::string text(std::istreambuf_iterator<char>(in), {});
-        EXPECT_NO_THROW(test::exerciseEquation(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
-        ++files;
-    }
-    EXPECT_GT(files, 15) << "the corpus is there";
+    EXPECT_GT(test::replayCorpus("equation", test::exerciseEquation), 15) << "the corpus is there";
 }
 
 }  // namespace

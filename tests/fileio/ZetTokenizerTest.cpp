@@ -5,7 +5,6 @@
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
-#include <streambuf>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -15,6 +14,7 @@
 #include "support/ZetCollectingHandler"
 #include "support/ZetScopedLocale"
 #include "support/ZetScratchFolder"
+#include "support/ZetTokenizerOracle"
 
 namespace zet {
 namespace {
@@ -22,18 +22,11 @@ namespace {
 using test::postedBy;
 using test::thrownBy;
 using test::ZetCollectingHandler;
+using test::ZetOneWayBuffer;
 using test::ZetScopedLocale;
 using test::ZetScratchFolder;
 
-/// The characters of a tokenizer, in the order of its constructor.
-struct Characters
-{
-    ZetString delimiters;
-    ZetString line;
-    ZetString begin;
-    ZetString end;
-    ZetString whitespace;
-};
+using Characters = test::ZetTokenCharacters;
 
 const Characters kPlain = {L"{}=$", L"#", L"", L"", L" \t\r\n"};
 const Characters kSlashes = {L"/*;", L"//", L"/*", L"*/", L" \t"};
@@ -573,38 +566,15 @@ TEST(ZetTokenizer, readingGoesOnWhenAStreamIsFilledAgain)
     EXPECT_EQ(tokenizer.lineNumber(), 2);
 }
 
-/// Gives one character at a time, and never takes one back.
-class OneWayBuffer : public std::wstreambuf
-{
-public:
-    explicit OneWayBuffer(const std::wstring& text) : m_text(text), m_index(0) {}
-
-protected:
-    int_type underflow() override
-    {
-        if (m_index == m_text.size()) {
-            return traits_type::eof();
-        }
-        m_next = m_text[m_index++];
-        setg(&m_next, &m_next, &m_next + 1);
-        return traits_type::to_int_type(m_next);
-    }
-
-private:
-    std::wstring m_text;
-    std::size_t m_index;
-    wchar_t m_next = 0;
-};
-
 TEST(ZetTokenizer, streamsThatTakeNothingBack)
 {
     for (const TokenRow& row : kTokens) {
-        OneWayBuffer buffer(row.text);
+        ZetOneWayBuffer buffer(row.text);
         std::wistream stream(&buffer);
         ZetTokenizer tokenizer = tokenizerOf(stream, row.setup);
         EXPECT_EQ(dump(tokenizer), row.tokens) << ::testing::PrintToString(std::wstring(row.text));
     }
-    OneWayBuffer buffer(L"a/b\n/$");
+    ZetOneWayBuffer buffer(L"a/b\n/$");
     std::wistream stream(&buffer);
     ZetTokenizer tokenizer = tokenizerOf(stream, kSlashes);
     ZetString text;
@@ -616,15 +586,15 @@ TEST(ZetTokenizer, streamsThatTakeNothingBack)
 }
 
 /// Throws in place of the character behind the text.
-class ThrowingBuffer : public OneWayBuffer
+class ThrowingBuffer : public ZetOneWayBuffer
 {
 public:
-    using OneWayBuffer::OneWayBuffer;
+    using ZetOneWayBuffer::ZetOneWayBuffer;
 
 protected:
     int_type underflow() override
     {
-        const int_type c = OneWayBuffer::underflow();
+        const int_type c = ZetOneWayBuffer::underflow();
         if (c == traits_type::eof()) {
             throw std::runtime_error("no more");
         }
