@@ -60,7 +60,8 @@ ZetEqnParser_p& ZetEqnParser_p::operator=(const ZetEqnParser_p& other)
     m_variableNames = other.m_variableNames;
     m_result = other.m_result;
     for (const auto& [name, tree] : other.m_equations) {
-        m_equations.emplace_back(name, tree->clone());
+        const ZetEqnNodePtr copy = tree->clone();
+        m_equations.emplace_back(name, copy);
     }
     collectVariables();
     return *this;
@@ -75,7 +76,7 @@ const ZetVariant& ZetEqnParser_p::value(const ZetString& name) const
 {
     static const ZetVariant invalid;
     const auto found = m_variableNodes.find(name);
-    return found == m_variableNodes.end() ? invalid : found->second.front()->value();
+    return found == m_variableNodes.end() || found->second.empty() ? invalid : found->second.front()->value();
 }
 
 void ZetEqnParser_p::clear()
@@ -156,13 +157,14 @@ void ZetEqnParser_p::collectVariables(const ZetEqnNodePtr& tree)
     }
 }
 
+// Names that were folded away stay listed, so there are fewer names than entries only for a new one.
 void ZetEqnParser_p::insertVariable(ZetVarNode* node)
 {
-    const auto [entry, isNew] = m_variableNodes.try_emplace(node->name());
-    if (isNew && m_variableNames.find(node->name()) < 0) {
+    std::vector<ZetVarNodePtr>& nodes = m_variableNodes[node->name()];
+    if (m_variableNames.size() < m_variableNodes.size()) {
         m_variableNames.append(node->name());
     }
-    entry->second.push_back(node);
+    nodes.push_back(node);
 }
 
 // The first message stands.

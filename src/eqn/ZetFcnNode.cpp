@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 #include "core/ZetUnitInit"
 #include "eqn/ZetConstNode"
@@ -15,24 +16,6 @@ namespace {
 
 // A call nested deeper than this is evaluated on a stack of our own: no text can exhaust the thread's.
 constexpr int kMaxRecursion = 200;
-
-// Lets go of \p nodes, and of what only they hold, without recursing with the depth: a call that dies
-// meanwhile adds its arguments to the list of the call that began.
-void release(std::vector<ZetEqnNodePtr>& nodes)
-{
-    thread_local std::vector<ZetEqnNodePtr>* s_doomed = nullptr;
-    if (s_doomed) {
-        s_doomed->insert(s_doomed->end(), nodes.begin(), nodes.end());
-        nodes.clear();
-        return;
-    }
-    s_doomed = &nodes;
-    while (!nodes.empty()) {
-        const ZetEqnNodePtr last = nodes.back();
-        nodes.pop_back();
-    }
-    s_doomed = nullptr;
-}
 
 }  // namespace
 
@@ -116,6 +99,32 @@ bool ZetFcnNode::hasFittingArgs() const
 void ZetFcnNode::clear()
 {
     release(m_args);
+}
+
+// The way back up lies in the tree itself, so that no memory is asked for either: the place of the
+// argument that is being released holds the call two above it.
+void ZetFcnNode::release(std::vector<ZetEqnNodePtr>& nodes)
+{
+    for (; !nodes.empty(); nodes.pop_back()) {
+        ZetEqnNodePtr node;
+        ZetEqnNodePtr above;
+        std::swap(node, nodes.back());
+        for (;;) {
+            ZetFcnNode* const call = node.isUnique() ? node->toFcnNode() : nullptr;
+            if (call && !call->m_args.empty()) {
+                std::swap(above, call->m_args.back());
+                std::swap(above, node);
+                continue;
+            }
+            node = above;
+            if (!node) {
+                break;
+            }
+            std::vector<ZetEqnNodePtr>& rest = node->toFcnNode()->m_args;
+            above = rest.back();
+            rest.pop_back();
+        }
+    }
 }
 
 void ZetFcnNode::copyArgs(const std::vector<ZetEqnNodePtr>& args)

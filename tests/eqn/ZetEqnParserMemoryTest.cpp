@@ -1,0 +1,135 @@
+#include <zet/ZetEqnParser>
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// How many blocks may still be had; any number below 0.
+thread_local long s_blocksLeft = -1;
+
+// The parser that bison makes promises that its first stack, of some kilobytes, can be had.
+constexpr std::size_t kGreatestToFail = 4096;
+
+std::atomic<long> s_liveBlocks(0);
+
+void release(void* block)
+{
+    s_liveBlocks -= block ? 1 : 0;
+    std::free(block);
+}
+
+}  // namespace
+
+void* operator new(std::size_t size)
+{
+    if (s_blocksLeft >= 0 && size <= kGreatestToFail && s_blocksLeft-- == 0) {
+        s_blocksLeft = 0;
+        throw std::bad_alloc();
+    }
+    void* const block = std::malloc(size > 0 ? size : 1);
+    if (!block) {
+        throw std::bad_alloc();
+    }
+    ++s_liveBlocks;
+    return block;
+}
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+void operator delete(void* block) noexcept
+{
+    release(block);
+}
+
+void operator delete(void* block, std::size_t) noexcept
+{
+    release(block);
+}
+
+namespace zet {
+namespace {
+
+void useAll(ZetEqnParser& parser, const ZetString& text)
+{
+    static const ZetString name = L"x";
+    static const ZetVariant value = 2.0;
+    if (parser.parse(text)) {
+        parser.setValue(name, value);
+        parser.evaluate();
+        ZetEqnParser(parser).collapse();
+    }
+}
+
+/// Whether \p blocks were enough. What memory does not suffice for ends in an exception or a refusal, and
+/// leaves a parser that can be used, and nothing else.
+bool sufficed(const ZetString& text, long blocks)
+{
+    const long before = s_liveBlocks;
+    bool enough = false;
+    {
+        ZetEqnParser parser;
+        s_blocksLeft = blocks;
+        try {
+            useAll(parser, text);
+        } catch (const std::bad_alloc&) {
+            s_blocksLeft = 0;
+        }
+        enough = s_blocksLeft > 0;
+        s_blocksLeft = -1;
+        parser.value(L"x");
+        EXPECT_TRUE(parser.parse(L"1+2")) << blocks;
+        EXPECT_EQ(parser.evaluate().value<double>(), 3.0) << blocks;
+    }
+    EXPECT_EQ(s_liveBlocks, before) << "of " << blocks << " blocks";
+    return enough;
+}
+
+TEST(ZetEqnParserMemory, whereEachAllocationFails)
+{
+    ZetString deep;
+    for (int i = 0; i < 250; ++i) {
+        deep += L"(x-";
+    }
+    deep += L"1" + ZetString(250, L')');
+    struct Row
+    {
+        ZetString text;
+        long step;
+    };
+    const Row rows[] = {
+        {L"sin(x)+pi*2-(x^2 > 1 ? 3 : m_c); y=0x10; z=\"a\"", 1},
+        {L"a[1:2,x+f(3)]+[1,2;3]", 1},
+        {L"[1:2,3", 1},
+        {L"f(1,2,x,[1;2", 1},
+        {L"2 m/s + \"abc\" #", 1},
+        {deep, 97},
+    };
+    for (const Row& row : rows) {
+        const ZetString text = row.text;
+        // what is made once and kept
+        ZetEqnParser first;
+        useAll(first, text);
+        first.value(L"x");
+
+        long blocks = 0;
+        while (!sufficed(text, blocks)) {
+            blocks += row.step;
+        }
+        EXPECT_GT(blocks, 10);
+    }
+}
+
+}  // namespace
+}  // namespace zet
