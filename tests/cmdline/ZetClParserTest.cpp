@@ -6,6 +6,7 @@
 #include <zet/ZetClHelpVisitor>
 #include <zet/ZetClStdOutput>
 #include <zet/ZetClVersionVisitor>
+#include <zet/ZetMetaObjectImpl>
 #include <zet/ZetMetaProperties>
 #include <zet/ZetNumValidator>
 #include <zet/ZetVersion>
@@ -580,6 +581,61 @@ TEST(ZetClParser, argumentsOfAProperty)
     EXPECT_EQ(failureOf(*parser, {L"-m=7"}), L"");
     version.metaObject()->setPropertyValue(arg->name(), arg->value());
     EXPECT_EQ(version.minor(), 7);
+}
+
+/// What a program takes, as properties.
+class Settings : public ZetObject
+{
+public:
+    using ZetObject::metaObject;
+    ZetMetaObjectConstPtr metaObject() const override;
+
+    ZetString m_file = L"preset";
+    int m_level = 2;
+};
+
+class SettingsMetaObj : public ZetMetaObjectImpl<SettingsMetaObj, Settings>
+{
+public:
+    using ZetMetaObjectImpl::ZetMetaObjectImpl;
+    ZET_PROPERTY(ZetString, file)
+    ZET_PROPERTY(int, level)
+    static ZetMetaPropertiesPtr staticProperties()
+    {
+        static constexpr Row rows[] = {
+            ZET_OPTION(file, L'f', ZetMetaFlag::InFileName | ZetMetaFlag::Required, L"the file to read"),
+            ZET_OPTION(level, 0, 0, L"how much is told"),
+        };
+        return fill(L"Settings", rows);
+    }
+};
+
+ZetMetaObjectConstPtr Settings::metaObject() const
+{
+    return new SettingsMetaObj(this);
+}
+
+TEST(ZetClParser, optionsOfAReflectedClass)
+{
+    Settings settings;
+    const auto parser = parserOf({});
+    for (const ZetMetaPropertyConstPtr& property : *settings.metaObject()->properties()) {
+        parser->add(new ZetClValueArg(*property, ZetVariant()));
+    }
+    const ZetClArg& level = *parser->argList().front();
+    const ZetClArg& file = *parser->argList().back();
+    EXPECT_EQ(level.longID(L"val"), L"--level=<Int>");
+    EXPECT_EQ(level.description(), L"how much is told");
+    EXPECT_EQ(level.property().label(), L"level");
+    EXPECT_EQ(file.longID(L"val"), L"-f=<ZetString>,  --file=<ZetString>");
+    EXPECT_EQ(file.description(), L"(required) the file to read");
+    EXPECT_EQ(file.property().flags().flags(), 0x800 | 0x8);
+    EXPECT_EQ(failureOf(*parser, {L"-f=x", L"--level=7"}), L"");
+    for (const ZetClArgPtr& arg : parser->argList()) {
+        settings.metaObject()->setPropertyValue(arg->name(), arg->value());
+    }
+    EXPECT_EQ(settings.m_file, L"x");
+    EXPECT_EQ(settings.m_level, 7);
 }
 
 }  // namespace
