@@ -439,7 +439,7 @@ constexpr Row kCells[] = {ZET_BUILT_IN_TYPES(ZET_MAKE_ROW) makeRow<ZetMetaType::
 bool internal::convertValue(ZetMetaType::Type source, const void* value, unsigned long typeId, void* out)
 {
     const ZetMetaType::Type target = ZetMetaType::fromTypeID(typeId);
-    return target < ZetMetaType::Invalid && kCells[source][target](value, out);
+    return target < ZetMetaType::Invalid && kCells[source][static_cast<std::size_t>(target)](value, out);
 }
 
 }  // namespace zet

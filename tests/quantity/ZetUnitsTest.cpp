@@ -122,6 +122,12 @@ TEST(ZetUnits, unitTable)
     for (const UnitRow& row : kUnits) {
         SCOPED_TRACE(toMultibyte(row.symbol));
         const Unit unit = static_cast<Unit>(row.unit);
+        const ZetUnits_p::UnitInfo& info = ZetUnits_p::unitToInfoMap().at(unit);
+        EXPECT_EQ(info.symbol, row.symbol);
+        EXPECT_EQ(info.category, row.category);
+        EXPECT_EQ(info.toBase, row.toBase);
+        EXPECT_EQ(info.fromBase, row.fromBase);
+        EXPECT_EQ(ZetUnits_p::strToUnitMap().at(row.symbol), unit);
         EXPECT_EQ(ZetUnits_p::toString(unit), row.symbol);
         EXPECT_EQ(ZetUnits_p::fromString(row.symbol), unit);
         EXPECT_EQ(ZetUnits_p::toCategory(unit), row.category);
@@ -175,6 +181,8 @@ TEST(ZetUnits, derivedNames)
     EXPECT_EQ(ZetUnits_p::cmplxStrToFundamentalMap().size(), std::size(kDerived));
     for (const DerivedRow& row : kDerived) {
         SCOPED_TRACE(toMultibyte(row.name));
+        EXPECT_EQ(ZetUnits_p::cmplxStrToFundamentalMap().at(row.name).factor, row.factor);
+        EXPECT_EQ(ZetUnits_p::cmplxStrToFundamentalMap().at(row.name).expression, row.expression);
         EXPECT_EQ(ZetUnits_p::toFundamentalUnits(row.name).factor, row.factor);
         EXPECT_EQ(ZetUnits_p::toFundamentalUnits(row.name).expression, row.expression);
         ZetUnits units;

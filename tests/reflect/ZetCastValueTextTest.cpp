@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <zet/ZetTextMsg>
+
+#include "support/ZetCollectingHandler"
 #include "support/ZetConversionTargets"
 #include "support/ZetScopedLocale"
 
@@ -226,6 +229,24 @@ TEST(ZetCastValueText, textIsReadByTheClasses)
         EXPECT_FALSE(targets()[static_cast<std::size_t>(row.target)].convert(ZetVariant(row.text)).success)
             << toMultibyte(row.text) << " to " << row.target;
     }
+}
+
+// Conversions throw nothing of their own, but what the units of a text throw passes through them.
+TEST(ZetCastValueText, badUnitsThrow)
+{
+    const test::ZetScopedLocale plainNumbers("C");
+    const std::pair<const wchar_t*, Number> rows[] = {
+        {L"furlong", kUnits}, {L"m^0", kUnits}, {L"5 furlong", kScalar}, {L"(1,2) m (", kScalar}};
+    for (const auto& [text, number] : rows) {
+        const Target& into = targets()[static_cast<std::size_t>(number)];
+        EXPECT_EQ(thrownBy([&, text = text] { into.convert(ZetVariant(text)); }).file(), L"ZetUnits");
+    }
+    ZetUnits units = makeUnits(L"s");
+    ZetScalar scalar(7.0, units);
+    EXPECT_THROW(ZetVariant(L"5 furlong").convertTo(&scalar), ZetTextMsg);
+    EXPECT_EQ(dump(scalar), L"(7,0) 's'");
+    EXPECT_THROW(ZetVariant(L"5 furlong").value<ZetScalar>(), ZetTextMsg);
+    EXPECT_THROW(ZetVariant(scalar) == ZetVariant(L"5 furlong"), ZetTextMsg);
 }
 
 }  // namespace

@@ -1,7 +1,11 @@
 #include <zet/ZetMetaType>
 
+#include <array>
+#include <atomic>
 #include <cstdlib>
 #include <sstream>
+#include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -194,6 +198,38 @@ TEST(ZetMetaType, registersCustomKinds)
     EXPECT_EQ(ZetMetaType::allKeys().size(), before + 1);
 
     EXPECT_EQ(ZetMetaType::registerType(typeID<LaterClass>(), L"LaterClass"), number + 1);
+}
+
+struct SharedClass
+{
+};
+struct StrangeClass
+{
+};
+
+// The first questions of the process for a class may come from several threads at once.
+TEST(ZetMetaType, threadsAskTogether)
+{
+    const ZetMetaType::Type number = ZetMetaType::registerType(typeID<SharedClass>(), L"SharedClass");
+    typeID<StrangeClass>();
+    constexpr std::size_t count = 4;
+    using Answers = std::array<ZetMetaType::Type, 3>;
+    std::vector<Answers> answers(count);
+    std::atomic<std::size_t> ready{0};
+    std::vector<std::thread> threads;
+    for (Answers& answer : answers) {
+        threads.emplace_back([&ready, &answer] {
+            ++ready;
+            while (ready < count) {
+            }
+            answer = {ZetMetaType::of<SharedClass>().type(), ZetMetaType::of<StrangeClass>().type(),
+                      ZetMetaType::of<ZetROI>().type()};
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(answers, std::vector<Answers>(count, {number, ZetMetaType::Invalid, ZetMetaType::ROI}));
 }
 
 const wchar_t* const kCustomKinds[] = {
