@@ -165,7 +165,15 @@ ZetVariant::ZetVariant(const ZetVariantIFPtr& implementation)
 {}
 
 ZetVariant::ZetVariant(const ZetVariant& other) = default;
-ZetVariant& ZetVariant::operator=(const ZetVariant& other) = default;
+
+ZetVariant& ZetVariant::operator=(const ZetVariant& other)
+{
+    // The other may stand in the list or map that this one holds, and go with it.
+    const ZetVariantIFPtr implementation = other.m_implementation;
+    m_implementation = implementation;
+    return *this;
+}
+
 ZetVariant::~ZetVariant() = default;
 
 ZetString ZetVariant::className() const

@@ -196,6 +196,21 @@ TEST(ZetVariant, movingCopies)
     EXPECT_EQ(other.value<int>(), 5);
 }
 
+TEST(ZetVariant, mayBeAssignedWhatItHolds)
+{
+    ZetVariant list(ZetVariantList{ZetVariant(ZetVariantList{ZetVariant(L"innermost")})});
+    while (list.type() == ZetMetaType::VariantList) {
+        list = static_cast<const ZetVariantList*>(list.data())->front();
+    }
+    EXPECT_EQ(list.value<ZetString>(), L"innermost");
+    ZetVariant map(ZetVariantMap{{L"a", ZetVariant(5)}});
+    map = static_cast<const ZetVariantMap*>(map.data())->at(L"a");
+    EXPECT_EQ(map.value<int>(), 5);
+    const ZetVariant& self = map;
+    map = self;
+    EXPECT_EQ(map.value<int>(), 5);
+}
+
 struct NumericRow
 {
     ZetVariant variant;
