@@ -29,6 +29,7 @@ set(ZET_UNITS
   cmdline/ZetClVersionVisitor
   cmdline/ZetClXorHandler
   image/ZetColorModel
+  lut/ZetCommonLutHeader
   quantity/ZetComplexMath
   eqn/ZetConstNode
   image/ZetCoord2D
@@ -60,6 +61,7 @@ set(ZET_UNITS
   reflect/ZetKey
   reflect/ZetKeyedObject
   lut/ZetLutDesc
+  lut/ZetLutIO
   quantity/ZetMathConst
   eqn/ZetMathFcn
   eqn/ZetMathFcnArithmetic

@@ -1,8 +1,6 @@
 #include <zet/ZetBreakPointLut>
 
 #include <algorithm>
-#include <limits>
-#include <sstream>
 #include <type_traits>
 
 #include <zet/ZetCoreFunctions>
@@ -10,6 +8,7 @@
 #include "core/ZetTotalCasts"
 #include "core/ZetUnitInit"
 #include "image/ZetElementTypes"
+#include "lut/ZetLutSupport"
 
 namespace zet {
 
@@ -29,17 +28,7 @@ namespace {
 template <class... Parts>
 void post(int line, const Parts&... parts)
 {
-    std::wostringstream text;
-    (text << ... << parts);
-    postMessage(ZetTextMsg(text.str(), L"ZetBreakPointLut", line, ZetTextMsg::Error));
-}
-
-constexpr unsigned long kTooMuch = std::numeric_limits<unsigned long>::max();
-
-/// The product of two counts, kTooMuch where 64 bits do not hold it.
-unsigned long productOf(unsigned long a, unsigned long b)
-{
-    return b != 0 && a > kTooMuch / b ? kTooMuch : a * b;
+    internal::postError(L"ZetBreakPointLut", line, parts...);
 }
 
 /// A value as an entry stores it. Whole numbers are cut through 64 bits.
@@ -140,8 +129,8 @@ ZetLutDescPtr ZetBreakPointLut::lut(const ZetDataType& inputDataType)
                          [](const ZetBreakPoint& a, const ZetBreakPoint& b) { return a.band() < b.band(); });
     const unsigned long bands = static_cast<unsigned long>(last->band()) + 1;
     const unsigned long bytesPerEntry = static_cast<unsigned long>(m_outputType.size());
-    const unsigned long bytes = productOf(bands * bytesPerEntry, in.count());
-    if (in.count() > std::numeric_limits<unsigned int>::max() || bytes == kTooMuch) {
+    const unsigned long bytes = internal::productOf(bands * bytesPerEntry, in.count());
+    if (in.count() > internal::kMostEntries || bytes == internal::kTooMuch) {
         post(__LINE__, L"Could not allocate ", bytes, L" for LUT data.");
         return ZetLutDescPtr();
     }
