@@ -1,82 +1,43 @@
 // calc: the value of one equation, with its variables given on the command line.
 
 #include <algorithm>
-#include <clocale>
-#include <complex>
 #include <exception>
 #include <iostream>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include <zet/ZetEqnParser>
-#include <zet/ZetScalar>
-#include <zet/ZetString>
 #include <zet/ZetTextMsg>
-#include <zet/ZetVariant>
 
+#include "Options"
+#include "support/CommandLine"
+
+namespace calc {
 namespace {
 
 using zet::ZetString;
 
-const char* const kUsage = R"usage(Usage: calc EQUATION [NAME=VALUE]...
-
-Prints the value of the equation, and below it the kind of the value.
-
-A VALUE is a real number (3, 2.5e-3) or a complex one ((1,2)), with physical
-units behind it if it has any (3 m, (1,2) V). Definitions can also stand in the
-equation: "x + y; y = 2*a; a = 3". The constants m_pi, m_e, m_c ... and pi are
-known.
-
-  calc "2^10"
-  calc "v*t" "v=3 m/s" "t=4 s"
-  calc "abs(z)" "z=(3,4)"
-
-  --help   shows this text
-
-The exit code is 0, or 1 after a failure.
-)usage";
+const wchar_t* const kDescription =
+    L"Prints the value of the equation, and below it the kind of the value.\n"
+    L"A VALUE is a real number (3 or 2.5e-3) or a complex one in brackets, with physical units behind it if it has "
+    L"any. Definitions can also stand in the equation: \"x + y; y = 2*a; a = 3\". The constants m_pi, m_e, m_c ... "
+    L"and pi are known.\n"
+    L"The exit code is 0, or 1 after a failure.";
 
 [[noreturn]] void fail(const ZetString& text, int line)
 {
     throw zet::ZetTextMsg(text, L"calc", line, zet::ZetTextMsg::Error);
 }
 
-/// "3", "(1,2)", "3 m": a Double, a ComplexDouble, or a ZetScalar where there are units.
-zet::ZetVariant readValue(const ZetString& text)
-{
-    std::wistringstream in(text);
-    std::complex<double> number;
-    if (!(in >> number)) {
-        fail(L"'" + text + L"' is no number.", __LINE__);
-    }
-    ZetString rest;
-    zet::getline(in, rest);
-    const ZetString unitsText = zet::trim(rest);
-    if (unitsText.find_first_not_of(L" \t") != ZetString::npos) {
-        zet::ZetUnits units;
-        const double scale = units.fromString(unitsText);
-        return zet::ZetScalar(number * scale, units);
-    }
-    if (text.find(L'(') != ZetString::npos) {
-        return number;
-    }
-    return number.real();
-}
-
 /// Sets the variable that \p assignment, "name=value", gives a value.
 void setVariable(zet::ZetEqnParser& equation, const ZetString& assignment)
 {
-    const std::size_t equals = assignment.find(L'=');
-    if (equals == ZetString::npos) {
-        fail(L"'" + assignment + L"' is not of the form NAME=VALUE.", __LINE__);
-    }
-    const ZetString name = zet::trim(assignment.substr(0, equals));
+    const auto [name, value] = readAssignment(assignment);
     const zet::ZetStrList& used = equation.variables();
     if (std::find(used.begin(), used.end(), name) == used.end()) {
         fail(L"The equation does not use '" + name + L"'.", __LINE__);
     }
-    equation.setValue(name, readValue(zet::trim(assignment.substr(equals + 1))));
+    equation.setValue(name, value);
 }
 
 /// A line that points at the column which a message tells, below the equation; empty when it
@@ -101,15 +62,16 @@ ZetString withoutTabs(const ZetString& text)
     return plain;
 }
 
-zet::ZetVariant valueOf(const ZetString& text, const std::vector<ZetString>& assignments)
+zet::ZetVariant valueOf(const Options& options)
 {
+    const ZetString& text = options.equation();
     zet::ZetEqnParser equation;
     zet::ZetTextMsg message(ZetString(), zet::ZetTextMsg::Error);
     if (!equation.parse(text, &message)) {
         const ZetString place = pointer(text, message.text());
         fail(message.text() + (place.empty() ? L"" : L"\n" + withoutTabs(text) + L"\n" + place), __LINE__);
     }
-    for (const ZetString& assignment : assignments) {
+    for (const ZetString& assignment : options.assignments()) {
         setVariable(equation, assignment);
     }
     const zet::ZetVariant value = equation.evaluate(&message);
@@ -124,29 +86,24 @@ zet::ZetVariant valueOf(const ZetString& text, const std::vector<ZetString>& ass
     return value;
 }
 
-int run(const std::vector<std::string>& arguments)
+void run(const std::vector<std::string>& words)
 {
-    if (arguments.empty()) {
-        std::cerr << kUsage;
-        return 1;
-    }
-    if (arguments.front() == "--help") {
-        std::cout << kUsage;
-        return 0;
-    }
-    const std::vector<ZetString> texts(arguments.begin(), arguments.end());
-    const zet::ZetVariant value = valueOf(texts.front(), {texts.begin() + 1, texts.end()});
+    Options options;
+    tools::CommandLine commandLine(options, kDescription, {{L"equation", L"assignments"}, {}});
+    commandLine.parse(words);
+    const zet::ZetVariant value = valueOf(options);
     std::cout << zet::toMultibyte(value.value<ZetString>()) << '\n' << zet::toMultibyte(value.typeName()) << '\n';
-    return 0;
 }
 
 }  // namespace
+}  // namespace calc
 
 int main(int argc, char** argv)
 {
-    std::setlocale(LC_CTYPE, "");
+    tools::chooseLocale();
     try {
-        return run({argv + 1, argv + argc});
+        calc::run({argv, argv + argc});
+        return 0;
     } catch (const zet::ZetTextMsg& message) {
         std::cerr << "calc: " << zet::toMultibyte(message.text()) << '\n';
     } catch (const std::exception& error) {

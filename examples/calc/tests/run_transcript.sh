@@ -2,7 +2,8 @@
 # run_transcript.sh PROGRAM TRANSCRIPT
 #
 # Repeats the commands of a transcript, the lines that begin with "$ ", and compares all that they
-# print with what stands behind them. An exit code other than 0 stands as "[1]".
+# print with what stands behind them. An exit code other than 0 stands as "[1]", and the number of a
+# source line as "#".
 program=$1
 transcript=$2
 
@@ -17,4 +18,4 @@ grep '^\$ ' "$transcript" | while IFS= read -r line; do
     if [ $status -ne 0 ]; then
         printf '[%s]\n' $status
     fi
-done | diff -u "$transcript" -
+done | sed 's/ : [0-9][0-9]*)$/ : #)/' | diff -u "$transcript" -
