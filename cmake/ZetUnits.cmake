@@ -69,6 +69,9 @@ set(ZET_UNITS
   eqn/ZetMathFcnElementary
   eqn/ZetMathFcnLogic
   eqn/ZetMathFcnReduction
+  quantity/ZetMatrix
+  quantity/ZetMatrixSolving
+  quantity/ZetMatrixText
   persist/ZetMetaDataField
   persist/ZetMetaDataObject
   persist/ZetMetaDataReader
@@ -95,6 +98,7 @@ set(ZET_UNITS
   core/ZetSemaphore
   persist/ZetSerialize
   persist/ZetSerializeIF
+  quantity/ZetSingularValues
   image/ZetSize2D
   image/ZetSize3D
   fileio/ZetState_p
