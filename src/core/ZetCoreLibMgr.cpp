@@ -18,7 +18,7 @@ ZetCoreLibMgr_p::~ZetCoreLibMgr_p()
 int ZetCoreLibMgr_p::initialize(const ZetTextHandlerPtr& handler)
 {
     if (!m_initialized) {
-        m_userHandler = handler;
+        setTextHandler(handler);
         m_initialized = true;
     }
     return 0;
@@ -39,7 +39,9 @@ ZetTextHandlerPtr ZetCoreLibMgr_p::textHandler() const
 
 void ZetCoreLibMgr_p::setTextHandler(const ZetTextHandlerPtr& handler)
 {
-    m_userHandler = handler;
+    // The handler may be held by the one before it alone, and that goes now.
+    const ZetTextHandlerPtr next = handler;
+    m_userHandler = next;
 }
 
 // Constant initialisation: messages can be posted from any static initialiser.

@@ -135,6 +135,26 @@ TEST_F(ZetCoreLibMgrTest, setTextHandlerWorksInAnyState)
     EXPECT_TRUE(manager.isInitialized());
 }
 
+/// Keeps the handler that was in office before it.
+class Stacked : public Counting
+{
+public:
+    explicit Stacked(const ZetTextHandlerPtr& handler) : before(handler) {}
+    const ZetTextHandlerPtr before;
+};
+
+TEST_F(ZetCoreLibMgrTest, aHandlerMayGiveWayToOneThatItAloneHolds)
+{
+    const auto stacked = [this]() -> const Stacked& { return dynamic_cast<Stacked&>(*manager.textHandler()); };
+    Counting* const first = new Counting;
+    manager.setTextHandler(new Stacked(new Stacked(first)));
+    manager.setTextHandler(stacked().before);
+    manager.initialize(stacked().before);
+    EXPECT_EQ(manager.textHandler().get(), first);
+    postMessage(ZetTextMsg(L"note", ZetTextMsg::Info));
+    EXPECT_EQ(first->count, 1);
+}
+
 TEST_F(ZetCoreLibMgrTest, theHandlerReceivesEveryKind)
 {
     Counting* handler = new Counting;
