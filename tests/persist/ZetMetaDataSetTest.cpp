@@ -390,6 +390,16 @@ TEST(ZetMetaDataSet, equalityReadsBothSides)
     EXPECT_TRUE(lazy.set == filled);
     EXPECT_EQ(lazy.reader->fieldReads, 1);
 
+    // both kinds are read before anything is compared
+    Lazy different(makeFields({L"g"}), makeSubsets({L"s"}));
+    EXPECT_FALSE(filled == different.set);
+    EXPECT_EQ(different.reader->fieldReads, 1);
+    EXPECT_EQ(different.reader->subsetReads, 1);
+    // names alone need no reading
+    Lazy named(makeFields({L"f"}));
+    EXPECT_FALSE(ZetMetaDataSet(L"n") == named.set);
+    EXPECT_EQ(named.reader->fieldReads, 0);
+
     // shared content is equal without a question
     const Lazy unread(makeFields({L"f"}));
     EXPECT_TRUE(unread.set == ZetMetaDataSet(unread.set));
