@@ -1,0 +1,65 @@
+// describe: tells what a raster image is made of, in the library's own values. See docs/describe.md.
+
+#include <gdal_priv.h>
+
+#include <clocale>
+#include <cstdio>
+#include <exception>
+#include <string>
+
+#include <zet/ZetString>
+#include <zet/ZetTextMsg>
+
+#include "Answer"
+#include "Failure"
+#include "GdalErrors"
+
+namespace {
+
+/// File names and texts come as the user's locale writes them; without one, as UTF-8. Numbers keep
+/// the point.
+void chooseLocale()
+{
+    if (!std::setlocale(LC_CTYPE, "") || std::string(std::setlocale(LC_CTYPE, nullptr)) == "C") {
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+    }
+}
+
+int fail(const std::string& text)
+{
+    std::fprintf(stderr, "describe: %s\n", text.c_str());
+    return 1;
+}
+
+/// Prints what the command line asks for.
+void run(int argc, char** argv)
+{
+    const describe::Request request = describe::parseRequest(argc, argv);
+    const bandmath::GdalErrors unprinted;
+    GDALAllRegister();
+    const describe::RasterPtr raster = std::make_shared<describe::Raster>(zet::toMultibyte(request.file()));
+    const std::string text = zet::toMultibyte(describe::answer(request, raster));
+    if (request.trace()) {
+        for (const std::string& asked : raster->asked) {
+            std::fprintf(stderr, "asked for the %s\n", asked.c_str());
+        }
+    }
+    if (std::fputs(text.c_str(), stdout) < 0 || std::fflush(stdout) != 0) {
+        throw bandmath::Failure("Cannot write the description.");
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    chooseLocale();
+    try {
+        run(argc, argv);
+        return 0;
+    } catch (const zet::ZetTextMsg& message) {
+        return fail(zet::toMultibyte(message.text()));
+    } catch (const std::exception& failure) {
+        return fail(failure.what());
+    }
+}

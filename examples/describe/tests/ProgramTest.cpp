@@ -1,0 +1,101 @@
+// The program as a whole: what it prints where, and its exit code.
+
+#include <fstream>
+
+#include "Rasters"
+
+namespace describe {
+
+namespace {
+
+using bandmath::test::Outcome;
+using bandmath::test::RasterPlan;
+using bandmath::test::runProgram;
+
+class DescribeProgram : public bandmath::test::RasterTest
+{
+protected:
+    void expectFailure(const std::vector<std::string>& arguments, const std::string& text)
+    {
+        const Outcome outcome = runProgram(arguments);
+        EXPECT_EQ(outcome.code, 1);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_EQ(outcome.err, "describe: " + text + "\n");
+    }
+};
+
+TEST_F(DescribeProgram, printsValues)
+{
+    const std::string file = make("in.tif", RasterPlan{7, 5, GDT_UInt16});
+    const Outcome outcome = runProgram({file, "--get", "size"});
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out, "(7,5,1)\n");
+    EXPECT_EQ(outcome.err, "");
+
+    const Outcome traced = runProgram({"-t", file, "--get", "size"});
+    EXPECT_EQ(traced.out, "(7,5,1)\n");
+    EXPECT_EQ(traced.err, "asked for the parts of the raster\nasked for the fields of the raster\n");
+
+    const Outcome whole = runProgram({file});
+    EXPECT_EQ(whole.code, 0);
+    EXPECT_EQ(whole.out.find(file + "; GeoTIFF\n"), 0u);
+}
+
+TEST_F(DescribeProgram, namesAreText)
+{
+    const std::string file = make("gr\xC3\xBC\xC3\x9F.tif", RasterPlan{7, 5, GDT_UInt16});
+    const Outcome outcome = runProgram({file});
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.out.find(file + "; GeoTIFF\n"), 0u);
+}
+
+TEST_F(DescribeProgram, filesThatAreNoRasters)
+{
+    std::ofstream(path("text.txt")) << "no raster\n";
+    expectFailure({path("text.txt")}, "Cannot open '" + path("text.txt") + "': `" + path("text.txt") +
+                                          "' not recognized as a supported file format.");
+    expectFailure({path("none.tif")},
+                  "Cannot open '" + path("none.tif") + "': " + path("none.tif") + ": No such file or directory");
+
+    // a raster that ends in the middle of its head
+    const std::string file = make("in.tif", RasterPlan{7, 5, GDT_UInt16});
+    std::ifstream in(file, std::ios::binary);
+    std::string head(60, '\0');
+    in.read(head.data(), static_cast<std::streamsize>(head.size()));
+    std::ofstream(path("broken.tif"), std::ios::binary) << head;
+    const Outcome broken = runProgram({path("broken.tif")});
+    EXPECT_EQ(broken.code, 1);
+    EXPECT_EQ(broken.out, "");
+    EXPECT_EQ(broken.err.find("describe: Cannot open '" + path("broken.tif") + "': "), 0u) << broken.err;
+    EXPECT_EQ(broken.err.find('\n'), broken.err.size() - 1);
+}
+
+TEST_F(DescribeProgram, wrongCommandLines)
+{
+    const std::string file = make("in.tif", RasterPlan{7, 5, GDT_UInt16});
+    expectFailure({file, "--cell", "9"}, "There is no cell 9; there are 1, counted from 0.");
+    expectFailure({file, "--get", "no"}, "There is no 'no' in the description of '" + file + "'.");
+    expectFailure({file, "-c", "1", "-g", "size"}, "One question at a time: give one of --get, --cell and --region.");
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{}, {file, "--cell"}, {file, "--unknown"}, {file, file}}) {
+        const Outcome outcome = runProgram(arguments);
+        EXPECT_EQ(outcome.code, 1);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_EQ(outcome.err.find("PARSE ERROR: error: "), 0u) << outcome.err;
+    }
+}
+
+TEST_F(DescribeProgram, helpAndVersion)
+{
+    const Outcome help = runProgram({"--help"});
+    EXPECT_EQ(help.code, 0);
+    for (const char* option : {"--get", "--cell", "--region", "--trace", "--version", "--help"}) {
+        EXPECT_NE(help.out.find(option), std::string::npos) << option;
+    }
+    const Outcome version = runProgram({"--version"});
+    EXPECT_EQ(version.code, 0);
+    EXPECT_NE(version.out.find("version: 1.0\n"), std::string::npos) << version.out;
+}
+
+}  // namespace
+}  // namespace describe
