@@ -201,9 +201,11 @@ void ZetEqnParser_p::setValue(const ZetString& name, const ZetVariant& value)
     if (found == m_variableNodes.end()) {
         return;
     }
-    // The value may be the result itself.
+    // The value may be the result itself, or lie in the one that is replaced.
     const ZetVariant kept = value;
-    m_result = ZetVariant();
+    if (m_result.isValid()) {
+        m_result.clear();
+    }
     for (const ZetVarNodePtr& node : found->second) {
         node->setValue(kept);
     }

@@ -14,7 +14,8 @@ namespace internal {
 
 namespace {
 
-// A call nested deeper than this is evaluated on a stack of our own: no text can exhaust the thread's.
+// A call nested deeper than this is evaluated and released without recursion: no text can exhaust the
+// thread's stack.
 constexpr int kMaxRecursion = 200;
 
 }  // namespace
@@ -101,29 +102,32 @@ void ZetFcnNode::clear()
     release(m_args);
 }
 
-// The way back up lies in the tree itself, so that no memory is asked for either: the place of the
-// argument that is being released holds the call two above it.
+// The way back up from a deep argument lies in the tree itself, so that no memory is asked for either:
+// the place of the argument that is being released holds the call two above it.
 void ZetFcnNode::release(std::vector<ZetEqnNodePtr>& nodes)
 {
-    for (; !nodes.empty(); nodes.pop_back()) {
-        ZetEqnNodePtr node;
-        ZetEqnNodePtr above;
-        std::swap(node, nodes.back());
-        for (;;) {
-            ZetFcnNode* const call = node.isUnique() ? node->toFcnNode() : nullptr;
-            if (call && !call->m_args.empty()) {
-                std::swap(above, call->m_args.back());
-                std::swap(above, node);
-                continue;
+    ZetEqnNodePtr call;  // whose arguments are being released; null for the nodes themselves
+    ZetEqnNodePtr above;
+    std::vector<ZetEqnNodePtr>* rest = &nodes;
+    for (;;) {
+        while (!rest->empty()) {
+            ZetEqnNodePtr& last = rest->back();
+            ZetFcnNode* const below = last.isUnique() ? last->toFcnNode() : nullptr;
+            if (below && below->m_height > kMaxRecursion) {
+                std::swap(above, last);
+                std::swap(above, call);
+                rest = &below->m_args;
+            } else {
+                rest->pop_back();
             }
-            node = above;
-            if (!node) {
-                break;
-            }
-            std::vector<ZetEqnNodePtr>& rest = node->toFcnNode()->m_args;
-            above = rest.back();
-            rest.pop_back();
         }
+        if (!call) {
+            return;
+        }
+        call = above;
+        rest = call ? &call->toFcnNode()->m_args : &nodes;
+        above = rest->back();
+        rest->pop_back();
     }
 }
 

@@ -304,6 +304,9 @@ TEST(ZetEqnParser, textThatCannotBeNarrowed)
     // A half of a pair has no multibyte form in any locale.
     const ZetString text = {L'1', L'+', static_cast<wchar_t>(0xD800)};
     EXPECT_EQ(refusal(text), "Unknown exception from parametric expression parser.");
+
+    const test::ZetScopedLocale plain("C");
+    EXPECT_EQ(refusal(L"\"\x00e4\""), "Unknown exception from parametric expression parser.");
 }
 
 TEST(ZetEqnParser, thePointIsAPointInEveryLocale)

@@ -42,6 +42,16 @@ TEST(ZetEqnParser_p, aCopySharesNoNode)
     EXPECT_NE(copy.root().get(), parser.root().get());
 }
 
+// A subscript widened to a sequence is a clone, and its variables get their values too.
+TEST(ZetEqnParser_p, valuesReachWidenedSubscripts)
+{
+    ZetEqnParser_p parser;
+    parser.parse(L"x[a,1:n]");
+    parser.setValue(L"a", 5.0);
+    EXPECT_EQ(parser.collapse(), 2);
+    EXPECT_EQ(test::dumpTree(parser.root().get()), "subscript(x,5,1i,5,1,1i,n)");
+}
+
 TEST(ZetEqnParser_p, collapseReplacesTheTree)
 {
     ZetEqnParser_p parser;

@@ -185,6 +185,31 @@ TEST(ZetFcnNode, releasesWhatItHeld)
     EXPECT_EQ(CountedNode::s_alive, 0);
 }
 
+TEST(ZetFcnNode, deepTreesReleaseWhatTheyHeldAndNoMore)
+{
+    constexpr int depth = 1000;
+    int evaluations = 0;
+    {
+        ZetEqnNodePtr kept;
+        ZetEqnNodePtr tree = number(1.0);
+        for (int i = 0; i < depth; ++i) {
+            tree = call(L"f", {new CountedNode(&evaluations), nullptr, tree, tree, new CountedNode(&evaluations)});
+            if (i == depth / 2) {
+                kept = tree;
+            }
+        }
+        ASSERT_EQ(CountedNode::s_alive, 2 * depth);
+        tree = nullptr;
+        EXPECT_EQ(CountedNode::s_alive, 2 * (depth / 2 + 1));
+        const std::vector<ZetEqnNodePtr>& args = kept->toFcnNode()->args();
+        ASSERT_EQ(args.size(), 5U);
+        EXPECT_EQ(args[1].get(), nullptr);
+        EXPECT_EQ(args[2].get(), args[3].get());
+        EXPECT_EQ(args[2]->toFcnNode()->args().size(), 5U);
+    }
+    EXPECT_EQ(CountedNode::s_alive, 0);
+}
+
 TEST(ZetFcnNode, search)
 {
     const ZetEqnNodePtr x1 = variable(L"x");
