@@ -1,12 +1,19 @@
 #include <zet/ZetTypeID>
 
+#include <cstdlib>
 #include <typeinfo>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include <zet/ZetCoord2D>
+#include <zet/ZetMetaProperties>
+#include <zet/ZetNumValidator>
 #include <zet/ZetObject>
+#include <zet/ZetRational>
+#include <zet/ZetSize3D>
 #include <zet/ZetStrList>
+#include <zet/ZetVariant>
 
 namespace zet {
 namespace {
@@ -67,6 +74,25 @@ TEST(ZetTypeID, numbersAreDense)
     EXPECT_EQ(internal::uniqueTypeID(L"another name that nobody asked for"), first + 1);
     EXPECT_EQ(internal::uniqueTypeID(L"a name that nobody asked for"), first);
     EXPECT_EQ(internal::uniqueTypeID(L"a third name that nobody asked for"), first + 2);
+}
+
+/// How many types are new to the process when the library's own come into use.
+unsigned long firstAskedInUse()
+{
+    const unsigned long before = internal::uniqueTypeID(L"a name before");
+    for (const ZetMetaObjectPtr& meta :
+         {ZetCoord2D<float>().metaObject(), ZetSize3D<char>().metaObject(), ZetRational<short>().metaObject(),
+          ZetNumValidator<signed char>().metaObject()}) {
+        meta->properties();
+    }
+    ZetVariant().isValid();
+    ZetVariant(L"1").value<double>();
+    return internal::uniqueTypeID(L"a name behind") - before - 1;
+}
+
+TEST(ZetTypeIDDeathTest, theLibrarysTypesAreAskedForAtTheStart)
+{
+    EXPECT_EXIT(std::exit(firstAskedInUse() == 0 ? 0 : 1), ::testing::ExitedWithCode(0), "");
 }
 
 TEST(ZetTypeID, isBaseOfAsksForDerivation)
