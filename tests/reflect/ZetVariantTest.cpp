@@ -334,6 +334,17 @@ TEST(ZetVariant, equalityConvertsToTheLeftKind)
     }
 }
 
+TEST(ZetVariant, theLeftSideLeadsAlsoBesideAPlainValue)
+{
+    EXPECT_TRUE(ZetVariant(true) == 5);
+    EXPECT_FALSE(5 == ZetVariant(true));
+    EXPECT_TRUE(1 == ZetVariant(L"1"));
+    EXPECT_TRUE(ZetVariant(1) == L"1");
+    EXPECT_FALSE(1.0 == ZetVariant(L"1x"));
+    EXPECT_FALSE(ZetVariant(true) != 5);
+    EXPECT_TRUE(5 != ZetVariant(true));
+}
+
 TEST(ZetVariant, aSharedValueEqualsItself)
 {
     const ZetVariant nan(std::numeric_limits<double>::quiet_NaN());
