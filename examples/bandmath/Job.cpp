@@ -30,8 +30,9 @@ std::string sizeOf(const Band& band)
 std::vector<Band> openBands(const Options& options, RasterFiles& files)
 {
     std::vector<Band> bands;
-    bands.reserve(options.bands.size());
-    for (const BandChoice& choice : options.bands) {
+    const std::vector<BandChoice> choices = options.bands();
+    bands.reserve(choices.size());
+    for (const BandChoice& choice : choices) {
         bands.emplace_back(choice, files);
         const Band& first = bands.front();
         const Band& band = bands.back();
@@ -49,8 +50,8 @@ WindowWalk walkOver(const Options& options, const Band& model)
     int blockHeight = 0;
     model.blockSize(blockWidth, blockHeight);
     const Window image{0, 0, model.width(), model.height()};
-    return options.whole ? WindowWalk(image.width, image.height, image.width, image.height, image.pixels())
-                         : WindowWalk(image.width, image.height, blockWidth, blockHeight, options.windowPixels);
+    return options.whole() ? WindowWalk(image.width, image.height, image.width, image.height, image.pixels())
+                           : WindowWalk(image.width, image.height, blockWidth, blockHeight, options.windowPixels());
 }
 
 /// A reduction over one window is not the reduction over the image, and one over no-data neither.
@@ -102,8 +103,8 @@ struct Outputs
           raster(options, format, bands.front()),
           tally()
     {
-        if (!options.picture.empty()) {
-            picture = std::make_unique<Staging>(options.picture);
+        if (!options.picture().empty()) {
+            picture = std::make_unique<Staging>(options.picture());
             quickLook = std::make_unique<QuickLook>(options, bands.front().width(), bands.front().height());
         }
     }
@@ -121,7 +122,7 @@ struct Outputs
     {
         raster.close();
         if (quickLook) {
-            quickLook->draw(equation.text()).savePng(picture->path(), options.picture);
+            quickLook->draw(equation.text()).savePng(picture->path(), options.picture());
         }
         throwIfInterrupted();
         raster.commit();
@@ -141,7 +142,7 @@ void report(const Options& options, const Outputs& outputs, const Band& model)
 {
     const OutputFormat::Tally& tally = outputs.tally;
     const Statistics& statistics = tally.statistics;
-    std::printf("%s: %s, %s\n", options.output.c_str(), sizeOf(model).c_str(), nameOf(outputs.format.type()).c_str());
+    std::printf("%s: %s, %s\n", options.output().c_str(), sizeOf(model).c_str(), nameOf(outputs.format.type()).c_str());
     std::printf("count    %zu\n", statistics.count());
     if (statistics.count() > 0) {
         std::printf("minimum  %.10g\nmaximum  %.10g\nmean     %.10g\n", statistics.minimum(), statistics.maximum(),
@@ -153,8 +154,8 @@ void report(const Options& options, const Outputs& outputs, const Band& model)
     if (tally.noValue > 0) {
         std::printf("no value %zu\n", tally.noValue);
     }
-    if (!options.picture.empty()) {
-        std::printf("picture  %s\n", options.picture.c_str());
+    if (!options.picture().empty()) {
+        std::printf("picture  %s\n", options.picture().c_str());
     }
     if (tally.collisions > 0) {
         std::fprintf(stderr, "bandmath: warning: %zu valid pixels equal the no-data value; choose another with -n.\n",
@@ -171,7 +172,7 @@ void report(const Options& options, const Outputs& outputs, const Band& model)
 
 void runJob(const Options& options)
 {
-    Equation equation(options.equation);
+    Equation equation(options.equation());
     RasterFiles files;
     std::vector<Band> bands = openBands(options, files);
     equation.requireBands(bands);
@@ -190,7 +191,7 @@ void runJob(const Options& options)
     Validity valid;
     Window window;
     {
-        Progress progress(total, options.quiet);
+        Progress progress(total, options.quiet());
         while (walk.next(window)) {
             throwIfInterrupted();
             valid.assign(window.pixels(), 1);

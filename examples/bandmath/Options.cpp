@@ -1,48 +1,40 @@
 #include "Options"
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <cstdlib>
-#include <sstream>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <stdexcept>
+
+#include <zet/ZetDataType>
+#include <zet/ZetEnum>
+#include <zet/ZetEnumValidator>
+#include <zet/ZetMetaObjectImpl>
+#include <zet/ZetNumValidator>
 
 #include "Failure"
+#include "support/CommandLine"
+#include "support/TextValidator"
 
 namespace bandmath {
 
 namespace {
 
-/// An option that does not stand on the command line as it should.
-[[noreturn]] void refuse(const std::string& text)
-{
-    throw Failure(text + " See bandmath --help.");
-}
-
-double toNumber(const std::string& text)
-{
-    char* end = nullptr;
-    const double value = std::strtod(text.c_str(), &end);
-    if (text.empty() || *end != '\0') {
-        refuse("'" + text + "' is not a number.");
-    }
-    return value;
-}
+using zet::ZetString;
+using zet::ZetValidator;
 
 double toFinite(const std::string& text)
 {
-    const double value = toNumber(text);
-    if (!std::isfinite(value)) {
-        refuse("'" + text + "' is not a finite number.");
+    char* end = nullptr;
+    const double value = std::strtod(text.c_str(), &end);
+    if (text.empty() || *end != '\0' || !std::isfinite(value)) {
+        throw Failure("'" + text + "' is not a finite number.");
     }
     return value;
-}
-
-int toCount(const std::string& text, int least)
-{
-    const double value = toNumber(text);
-    if (!(value >= least && value <= 1e9 && value == std::floor(value))) {
-        refuse("'" + text + "' is not a whole number of " + std::to_string(least) + " or more.");
-    }
-    return static_cast<int>(value);
 }
 
 /// "LO,HI" with LO below HI.
@@ -50,11 +42,11 @@ std::pair<double, double> toRange(const std::string& text)
 {
     const std::size_t comma = text.find(',');
     if (comma == std::string::npos) {
-        refuse("'" + text + "' is not a range such as 0,1.");
+        throw Failure("'" + text + "' is not a range such as 0,1.");
     }
     const std::pair<double, double> range(toFinite(text.substr(0, comma)), toFinite(text.substr(comma + 1)));
     if (!(range.first < range.second)) {
-        refuse("The range '" + text + "' does not rise.");
+        throw Failure("The range '" + text + "' does not rise.");
     }
     return range;
 }
@@ -63,7 +55,7 @@ std::pair<double, double> toPercentiles(const std::string& text)
 {
     const std::pair<double, double> range = toRange(text);
     if (range.first < 0 || range.second > 100) {
-        refuse("The percentiles '" + text + "' are not between 0 and 100.");
+        throw Failure("The percentiles '" + text + "' are not between 0 and 100.");
     }
     return range;
 }
@@ -71,7 +63,7 @@ std::pair<double, double> toPercentiles(const std::string& text)
 Colour toColour(const std::string& text)
 {
     if (text.size() != 6 || text.find_first_not_of("0123456789abcdefABCDEF") != std::string::npos) {
-        refuse("'" + text + "' is not a colour of six hexadecimal digits.");
+        throw Failure("'" + text + "' is not a colour of six hexadecimal digits.");
     }
     return colourOf(static_cast<unsigned>(std::stoul(text, nullptr, 16)));
 }
@@ -84,181 +76,238 @@ bool isIdentifier(const std::string& text)
            text.find_first_not_of(std::string(kLetters) + kDigits) == std::string::npos;
 }
 
+int toBandNumber(const std::string& digits)
+{
+    const double number = std::strtod(digits.c_str(), nullptr);
+    if (!(number >= 1 && number <= 1e9)) {
+        throw Failure("'" + digits + "' is not a whole number of 1 or more.");
+    }
+    return static_cast<int>(number);
+}
+
 /// "NAME=FILE:BAND". File names may hold colons themselves: only digits behind the last one count.
 BandChoice toBand(const std::string& text)
 {
     const std::size_t equals = text.find('=');
     if (equals == std::string::npos || equals + 1 == text.size()) {
-        refuse("'" + text + "' is not a band such as red=image.tif:1.");
+        throw Failure("'" + text + "' is not a band such as red=image.tif:1.");
     }
     BandChoice choice{text.substr(0, equals), text.substr(equals + 1), 1};
     if (!isIdentifier(choice.name)) {
-        refuse("'" + choice.name + "' cannot be the name of a variable.");
+        throw Failure("'" + choice.name + "' cannot be the name of a variable.");
     }
     const std::size_t colon = choice.file.rfind(':');
     if (colon != std::string::npos && colon + 1 < choice.file.size() &&
         choice.file.find_first_not_of("0123456789", colon + 1) == std::string::npos) {
-        choice.band = toCount(choice.file.substr(colon + 1), 1);
+        choice.band = toBandNumber(choice.file.substr(colon + 1));
         choice.file.resize(colon);
     }
     return choice;
 }
 
-void addBand(Options& options, const std::string& text)
+void checkRamp(const std::string& name)
 {
-    const BandChoice choice = toBand(text);
-    for (const BandChoice& other : options.bands) {
-        if (other.name == choice.name) {
-            refuse("The variable '" + choice.name + "' has two bands.");
+    if (!ColourRamp::isKnown(name)) {
+        throw Failure("There is no colour ramp '" + name + "'; there are " + ColourRamp::names() + ".");
+    }
+}
+
+/// Accepts the texts that \p read, of narrow text, takes.
+template <auto read>
+ZetValidator* readBy()
+{
+    return new tools::TextValidator([](const ZetString& text) { read(zet::toMultibyte(text)); });
+}
+
+ZetValidator* finite()
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    return new zet::ZetNumValidator<double>(10, -infinity, infinity);
+}
+
+ZetValidator* countFrom(int least)
+{
+    return new zet::ZetNumValidator<int>(5, least, 1000000000);
+}
+
+const wchar_t* const kDescription =
+    L"Computes an equation over the pixels of raster images.\n"
+    L"bandmath -e \"nir-red\" -b nir=a.tif:4 -b red=a.tif:3 -o out.tif\n"
+    L"A pixel that is no-data in any band, named in the equation or not, is no-data in the output, and so is one that "
+    L"has no value (NaN). Stored values are taken as they are: scale and offset are not applied, and an alpha band is "
+    L"a band like any other. Complex whole numbers are read as ComplexDouble. The georeference is that of the first "
+    L"band. Line ends in the equation count as blanks. The statistics of a complex result are those of its modulus.\n"
+    L"The exit code is 0, 1 after a failure and 130 when interrupted; a failure leaves no output behind.";
+
+const tools::Layout kLayout = {{}, {{L"equation", L"equation_file"}}};
+
+/// The text of a file, of which the user gave the name.
+ZetString textOf(const std::string& name)
+{
+    std::ifstream file(name, std::ios::binary);
+    file.peek();
+    if (!file.is_open() || file.bad()) {
+        throw Failure("Cannot read '" + name + "': " + std::strerror(errno) + ".");
+    }
+    try {
+        return zet::toWide(std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()));
+    } catch (const std::length_error&) {
+        throw Failure("'" + name + "' is not text of the locale.");
+    }
+}
+
+/// What is wrong with options that are right one by one; empty for nothing.
+std::string contradiction(const Options& options)
+{
+    const std::vector<BandChoice> bands = options.bands();
+    for (auto band = bands.begin(); band != bands.end(); ++band) {
+        if (std::any_of(bands.begin(), band, [&](const BandChoice& other) { return other.name == band->name; })) {
+            return "The variable '" + band->name + "' has two bands.";
         }
     }
-    options.bands.push_back(choice);
-}
-
-std::string toRamp(const std::string& text)
-{
-    if (!ColourRamp::isKnown(text)) {
-        refuse("There is no colour ramp '" + text + "'; there are " + ColourRamp::names() + ".");
+    if (options.picture() == options.output()) {
+        return "The picture and the output are one file, '" + options.output() + "'.";
     }
-    return text;
-}
-
-struct Row
-{
-    char letter;           // 0: none
-    const char* name;      // behind "--"
-    const char* argument;  // null: a switch
-    void (*apply)(Options&, const std::string&);
-    const char* help;
-};
-
-using Text = const std::string&;
-
-const Row kRows[] = {
-    {'e', "equation", "TEXT", [](Options& o, Text t) { o.equation = t; },
-     "the equation, such as \"(nir-red)/(nir+red)\""},
-    {'b', "band", "NAME=FILE:BAND", addBand, "the band that a variable stands for; without :BAND, band 1"},
-    {'o', "output", "FILE", [](Options& o, Text t) { o.output = t; }, "the raster to write"},
-    {'f', "format", "DRIVER", [](Options& o, Text t) { o.driver = t; },
-     "GDAL's driver to write with; default by FILE's extension"},
-    {0, "co", "NAME=VALUE", [](Options& o, Text t) { o.creationOptions.push_back(t); },
-     "a creation option for the driver"},
-    {'t', "type", "TYPE", [](Options& o, Text t) { o.elementType = t; },
-     "element type to write: I8 U8 I16 U16 I32 U32 Float Double\nComplexFloat ComplexDouble; default what the equation "
-     "gives"},
-    {0, "min", "VALUE", [](Options& o, Text t) { o.minimum = toFinite(t); },
-     "least value to write; default the type's own limit"},
-    {0, "max", "VALUE", [](Options& o, Text t) { o.maximum = toFinite(t); },
-     "greatest value to write; default the type's own limit"},
-    {'n', "no-data", "VALUE", [](Options& o, Text t) { o.noData = toNumber(t); },
-     "value of pixels without data; default, if a band has such\npixels: nan, or the end of an integer type's range"},
-    {'p', "picture", "FILE.png", [](Options& o, Text t) { o.picture = t; }, "a PNG to look at"},
-    {0, "ramp", "NAME", [](Options& o, Text t) { o.ramp = toRamp(t); },
-     "colours of the picture: grey, vegetation or dusk"},
-    {0, "stretch", "LO,HI", [](Options& o, Text t) { o.stretch = toRange(t); },
-     "the values at the two ends of the colours"},
-    {0, "percentiles", "LO,HI", [](Options& o, Text t) { o.percentiles = toPercentiles(t); },
-     "the same as percentiles of the picture; default 2,98"},
-    {0, "background", "RRGGBB", [](Options& o, Text t) { o.background = toColour(t); },
-     "colour of pixels without a value; default transparent"},
-    {0, "picture-size", "PIXELS", [](Options& o, Text t) { o.pictureSize = toCount(t, 16); },
-     "longer side of the picture at most; default 1024"},
-    {0, "legend", nullptr, [](Options& o, Text) { o.legend = true; },
-     "put the colours, their values and the equation below it"},
-    {0, "window", "PIXELS", [](Options& o, Text t) { o.windowPixels = static_cast<std::size_t>(toCount(t, 1)); },
-     "pixels computed at a time; default 65536"},
-    {0, "whole", nullptr, [](Options& o, Text) { o.whole = true; },
-     "compute the whole image at once, for equations that\nreduce a band to a number, such as a-mean(a)"},
-    {'q', "quiet", nullptr, [](Options& o, Text) { o.quiet = true; }, "no progress"},
-    {'h', "help", nullptr, [](Options& o, Text) { o.help = true; }, "this text"},
-};
-
-const Row& rowOf(const std::string& option)
-{
-    for (const Row& row : kRows) {
-        if (option == std::string("--") + row.name || (row.letter != 0 && option == std::string{'-', row.letter})) {
-            return row;
-        }
+    if (options.minimum() && options.maximum() && *options.minimum() > *options.maximum()) {
+        return "--min is greater than --max.";
     }
-    refuse("There is no option '" + option + "'.");
-}
-
-void requireAll(const Options& options)
-{
-    if (options.equation.empty()) {
-        refuse("There is no equation: give -e.");
-    }
-    if (options.bands.empty()) {
-        refuse("There is no band: give -b.");
-    }
-    if (options.output.empty()) {
-        refuse("There is no output: give -o.");
-    }
-    if (options.picture == options.output) {
-        refuse("The picture and the output are one file, '" + options.output + "'.");
-    }
-    if (options.minimum && options.maximum && !(*options.minimum <= *options.maximum)) {
-        refuse("--min is greater than --max.");
-    }
+    return std::string();
 }
 
 }  // namespace
 
-Options parseOptions(const std::vector<std::string>& arguments)
+class OptionsMetaObj : public zet::ZetMetaObjectImpl<OptionsMetaObj, Options>
 {
-    Options options;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        std::string name = arguments[i];
-        std::optional<std::string> value;
-        const std::size_t equals = name.find('=');
-        if (name.rfind("--", 0) == 0 && equals != std::string::npos) {
-            value = name.substr(equals + 1);
-            name.resize(equals);
-        }
-        const Row& row = rowOf(name);
-        if (row.argument && !value) {
-            if (++i == arguments.size()) {
-                refuse("The option '" + name + "' needs a value.");
-            }
-            value = arguments[i];
-        } else if (!row.argument && value) {
-            refuse("The option '" + name + "' takes no value.");
-        }
-        row.apply(options, value.value_or(""));
+public:
+    using ZetMetaObjectImpl::ZetMetaObjectImpl;
+    ZET_PROPERTY(ZetString, equation)
+    ZET_PROPERTY(ZetString, equation_file)
+    ZET_PROPERTY(zet::ZetStrList, band)
+    ZET_PROPERTY(ZetString, output)
+    ZET_PROPERTY(ZetString, format)
+    ZET_PROPERTY(zet::ZetStrList, co)
+    ZET_PROPERTY(ZetString, type)
+    TOOLS_OPTIONAL_PROPERTY(double, min)
+    TOOLS_OPTIONAL_PROPERTY(double, max)
+    TOOLS_OPTIONAL_PROPERTY(double, no_data)
+    ZET_PROPERTY(ZetString, picture)
+    ZET_PROPERTY(ZetString, ramp)
+    ZET_PROPERTY(ZetString, stretch)
+    ZET_PROPERTY(ZetString, percentiles)
+    ZET_PROPERTY(ZetString, background)
+    ZET_PROPERTY(int, picture_size)
+    ZET_PROPERTY(bool, legend)
+    ZET_PROPERTY(int, window)
+    ZET_PROPERTY(bool, whole)
+    ZET_PROPERTY(bool, quiet)
+
+    static zet::ZetMetaPropertiesPtr staticProperties();
+};
+
+zet::ZetMetaPropertiesPtr OptionsMetaObj::staticProperties()
+{
+    using zet::ZetMetaFlag;
+    static constexpr Row rows[] = {
+        ZET_OPTION(equation, L'e', 0, L"the equation, such as \"(nir-red)/(nir+red)\""),
+        ZET_OPTION(equation_file, L'E', ZetMetaFlag::InFileName, L"a file that holds the equation"),
+        ZET_OPTION(band, L'b', ZetMetaFlag::Required,
+                   L"NAME=FILE:BAND, the band that a variable stands for; without :BAND, band 1"),
+        ZET_OPTION(output, L'o', ZetMetaFlag::Required | ZetMetaFlag::OutFileName, L"the raster to write"),
+        ZET_OPTION(format, L'f', 0, L"GDAL's driver to write with; default by the output's extension"),
+        ZET_OPTION(co, 0, 0, L"NAME=VALUE, a creation option for the driver"),
+        ZET_OPTION(
+            type, L't', 0,
+            L"element type to write: I8 U8 I16 U16 I32 U32 Float Double ComplexFloat ComplexDouble; default what "
+            L"the equation gives"),
+        ZET_OPTION(min, 0, 0, L"least value to write; default the type's own limit"),
+        ZET_OPTION(max, 0, 0, L"greatest value to write; default the type's own limit"),
+        ZET_OPTION(no_data, L'n', 0,
+                   L"value of pixels without data; default, if a band has such pixels: nan, or the end of an integer "
+                   L"type's range"),
+        ZET_OPTION(picture, L'p', ZetMetaFlag::OutFileName, L"a PNG to look at"),
+        ZET_OPTION(ramp, 0, 0, L"colours of the picture: grey, vegetation or dusk"),
+        ZET_OPTION(stretch, 0, 0, L"LO,HI, the values at the two ends of the colours"),
+        ZET_OPTION(percentiles, 0, 0, L"LO,HI, the same as percentiles of the picture; default 2,98"),
+        ZET_OPTION(background, 0, 0, L"RRGGBB, the colour of pixels without a value; default transparent"),
+        ZET_OPTION(picture_size, 0, 0, L"longer side of the picture at most, in pixels; default 1024"),
+        ZET_OPTION(legend, 0, 0, L"put the colours, their values and the equation below the picture"),
+        ZET_OPTION(window, 0, 0, L"pixels computed at a time; default 65536"),
+        ZET_OPTION(whole, 0, 0,
+                   L"compute the whole image at once, for equations that reduce a band to a number, such as a-mean(a)"),
+        ZET_OPTION(quiet, L'q', 0, L"no progress"),
+    };
+    const zet::ZetMetaPropertiesPtr properties = fill(L"Options", rows);
+    const auto judge = [&](const wchar_t* name, ZetValidator* validator) {
+        properties->property(name, false)->setValidator(validator);
+    };
+    judge(L"band", readBy<toBand>());
+    judge(L"type", new zet::ZetEnumValidator(zet::ZetDataType::enumerator()));
+    judge(L"min", finite());
+    judge(L"max", finite());
+    judge(L"ramp", readBy<checkRamp>());
+    judge(L"stretch", readBy<toRange>());
+    judge(L"percentiles", readBy<toPercentiles>());
+    judge(L"background", readBy<toColour>());
+    judge(L"picture_size", countFrom(16));
+    judge(L"window", countFrom(1));
+    return properties;
+}
+
+zet::ZetMetaObjectConstPtr Options::metaObject() const
+{
+    return new OptionsMetaObj(this);
+}
+
+std::vector<BandChoice> Options::bands() const
+{
+    std::vector<BandChoice> bands;
+    for (const ZetString& text : m_band) {
+        bands.push_back(toBand(zet::toMultibyte(text)));
     }
-    if (!options.help) {
-        requireAll(options);
+    return bands;
+}
+
+std::vector<std::string> Options::creationOptions() const
+{
+    std::vector<std::string> options;
+    for (const ZetString& text : m_co) {
+        options.push_back(zet::toMultibyte(text));
     }
     return options;
 }
 
-std::string helpText()
+std::optional<std::pair<double, double>> Options::stretch() const
 {
-    constexpr std::size_t kColumn = 28;
-    std::ostringstream out;
-    out << "bandmath: computes an equation over the bands of raster images, pixel by pixel.\n\n"
-           "usage: bandmath -e EQUATION -b NAME=FILE:BAND [-b ...] -o FILE [options]\n\n"
-           "  bandmath -e \"(2*g-r-b)/(r+g+b)\" -b r=earth.jpg:1 -b g=earth.jpg:2 -b b=earth.jpg:3 -o green.tif\n\n"
-           "options:\n";
-    for (const Row& row : kRows) {
-        std::string left = row.letter ? std::string("  -") + row.letter + ", --" : "      --";
-        left += row.name;
-        left += row.argument ? std::string(" ") + row.argument : "";
-        out << left
-            << (left.size() < kColumn ? std::string(kColumn - left.size(), ' ') : "\n" + std::string(kColumn, ' '));
-        for (const char* c = row.help; *c; ++c) {
-            out << *c << (*c == '\n' ? std::string(kColumn, ' ') : "");
+    return m_stretch.empty() ? std::nullopt : std::optional(toRange(zet::toMultibyte(m_stretch)));
+}
+
+std::pair<double, double> Options::percentiles() const
+{
+    return toPercentiles(zet::toMultibyte(m_percentiles));
+}
+
+std::optional<Colour> Options::background() const
+{
+    return m_background.empty() ? std::nullopt : std::optional(toColour(zet::toMultibyte(m_background)));
+}
+
+Options parseOptions(const std::vector<std::string>& words)
+{
+    Options options;
+    tools::CommandLine commandLine(options, kDescription, kLayout);
+    commandLine.parse(words);
+    try {
+        if (!options.m_equation_file.empty()) {
+            options.m_equation = textOf(zet::toMultibyte(options.m_equation_file));
         }
-        out << '\n';
+    } catch (const Failure& failure) {
+        commandLine.fail(zet::toWide(failure.what()), __LINE__);
     }
-    out << "\n"
-           "A pixel that is no-data in any band, named in the equation or not, is no-data in the output,\n"
-           "and so is one that has no value (NaN). Stored values are taken as they are: scale and offset\n"
-           "are not applied, and an alpha band is a band like any other. Complex whole numbers are read\n"
-           "as ComplexDouble. The georeference is that of the first band. Line ends in the equation count\n"
-           "as blanks. The statistics of a complex result are those of its modulus.\n"
-           "Exit code: 0, 1 after a failure, 130 when interrupted; a failure leaves no output behind.\n";
-    return out.str();
+    const std::string text = contradiction(options);
+    if (!text.empty()) {
+        commandLine.fail(zet::toWide(text), __LINE__);
+    }
+    return options;
 }
 
 }  // namespace bandmath

@@ -36,9 +36,6 @@ ZetDataType::Type chosenType(const std::string& name, ZetDataType::Type computed
         return computed;
     }
     const ZetDataType::Type type = ZetDataType::fromString(name);
-    if (type == ZetDataType::Invalid) {
-        throw Failure("There is no element type '" + name + "'. See bandmath --help.");
-    }
     if (ZetDataType(computed).isComplex() && !ZetDataType(type).isComplex()) {
         throw Failure("The equation gives complex pixels, which " + name +
                       " cannot hold: take real(), imag(), arg() or norm() in the equation.");
@@ -65,12 +62,12 @@ T noDataOf(const std::optional<double>& given)
 }  // namespace
 
 OutputFormat::OutputFormat(const Options& options, ZetDataType::Type computed, bool bandsHaveNoData)
-    : m_type(chosenType(options.elementType, computed)),
+    : m_type(chosenType(options.elementType(), computed)),
       m_rounds(false),
       m_low(0),
       m_high(0),
-      m_hasNoData(options.noData || bandsHaveNoData),
-      m_noData(options.noData)
+      m_hasNoData(options.noData() || bandsHaveNoData),
+      m_noData(options.noData())
 {
     if (m_noData && !holds(m_type, *m_noData)) {
         throw Failure("The no-data value " + textOf(*m_noData) + " is none of the element type " + nameOf(m_type) +
@@ -82,7 +79,7 @@ OutputFormat::OutputFormat(const Options& options, ZetDataType::Type computed, b
 void OutputFormat::chooseLimits(const Options& options, ZetDataType::Type computed)
 {
     const ZetDataType type(m_type);
-    const bool limited = options.minimum || options.maximum;
+    const bool limited = options.minimum() || options.maximum();
     m_rounds = limited || (m_type != computed && !type.isComplex());
     if (!m_rounds) {
         return;
@@ -98,8 +95,8 @@ void OutputFormat::chooseLimits(const Options& options, ZetDataType::Type comput
     const double infinity = std::numeric_limits<double>::infinity();
     const double lowest = type.isInteger() ? type.physicalMinValue() : -infinity;
     const double greatest = type.isInteger() ? type.physicalMaxValue() : infinity;
-    m_low = options.minimum.value_or(lowest);
-    m_high = options.maximum.value_or(greatest);
+    m_low = options.minimum().value_or(lowest);
+    m_high = options.maximum().value_or(greatest);
     if (m_low < lowest || m_high > greatest || m_low > m_high) {
         throw Failure("The limits " + textOf(m_low) + " to " + textOf(m_high) + " do not lie within the element type " +
                       nameOf(m_type) + ".");
@@ -115,10 +112,10 @@ void OutputFormat::keepLimitsOffNoData(const Options& options)
     }
     visitElements(m_type, nullptr, [&](auto* element) {
         const double noData = magnitude(noDataOf<std::remove_pointer_t<decltype(element)>>(m_noData));
-        if (!options.minimum && m_low == noData) {
+        if (!options.minimum() && m_low == noData) {
             m_low += 1;
         }
-        if (!options.maximum && m_high == noData) {
+        if (!options.maximum() && m_high == noData) {
             m_high -= 1;
         }
     });

@@ -67,7 +67,7 @@ CPLStringList creationOptions(const Options& options, GDALDriver& driver, const 
     if (signedByte) {
         list.SetNameValue("PIXELTYPE", "SIGNEDBYTE");
     }
-    for (const std::string& option : options.creationOptions) {
+    for (const std::string& option : options.creationOptions()) {
         const std::size_t equals = option.find('=');
         if (equals == std::string::npos) {
             throw Failure("'" + option + "' is not a creation option such as COMPRESS=DEFLATE.");
@@ -97,7 +97,7 @@ void copyGeoreference(GDALDataset& from, GDALDataset& to)
 }  // namespace
 
 OutputRaster::OutputRaster(const Options& options, const OutputFormat& format, const Band& model)
-    : m_name(options.output), m_staging(options.output)
+    : m_name(options.output()), m_staging(options.output())
 {
     create(options, format, model);
     copyGeoreference(model.dataset(), *m_dataset);
@@ -106,7 +106,8 @@ OutputRaster::OutputRaster(const Options& options, const OutputFormat& format, c
 
 void OutputRaster::create(const Options& options, const OutputFormat& format, const Band& model)
 {
-    GDALDriver& driver = options.driver.empty() ? driverByExtension(options.output) : driverByName(options.driver);
+    GDALDriver& driver =
+        options.driver().empty() ? driverByExtension(options.output()) : driverByName(options.driver());
     const GdalElement element = toGdal(format.type());
     const CPLStringList list = creationOptions(options, driver, model, element.signedByte);
     m_dataset.reset(

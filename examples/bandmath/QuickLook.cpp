@@ -66,8 +66,8 @@ QuickLook::QuickLook(const Options& options, int width, int height)
     : m_options(options),
       m_imageWidth(width),
       m_imageHeight(height),
-      m_width(scaled(width, std::max(width, height), options.pictureSize)),
-      m_height(scaled(height, std::max(width, height), options.pictureSize)),
+      m_width(scaled(width, std::max(width, height), options.pictureSize())),
+      m_height(scaled(height, std::max(width, height), options.pictureSize())),
       m_sums(static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height)),
       m_valid(m_sums.size()),
       m_total(m_sums.size())
@@ -106,8 +106,8 @@ std::vector<double> QuickLook::means() const
 /// The values at the two ends of the colours.
 std::pair<double, double> QuickLook::limits(const std::vector<double>& means) const
 {
-    if (m_options.stretch) {
-        return *m_options.stretch;
+    if (const auto stretch = m_options.stretch()) {
+        return *stretch;
     }
     std::vector<double> sorted;
     std::copy_if(means.begin(), means.end(), std::back_inserter(sorted), [](double v) { return !std::isnan(v); });
@@ -118,8 +118,8 @@ std::pair<double, double> QuickLook::limits(const std::vector<double>& means) co
     const auto percentile = [&](double percent) {
         return sorted[static_cast<std::size_t>(percent / 100 * static_cast<double>(sorted.size() - 1) + 0.5)];
     };
-    const std::pair<double, double> ends(percentile(m_options.percentiles.first),
-                                         percentile(m_options.percentiles.second));
+    const std::pair<double, double> percents = m_options.percentiles();
+    const std::pair<double, double> ends(percentile(percents.first), percentile(percents.second));
     return ends.first < ends.second ? ends : std::pair<double, double>(ends.first - 0.5, ends.first + 0.5);
 }
 
@@ -127,17 +127,18 @@ Canvas QuickLook::draw(const std::string& equation) const
 {
     const std::vector<double> values = means();
     const std::pair<double, double> ends = limits(values);
-    const ColourRamp ramp(m_options.ramp);
+    const ColourRamp ramp(m_options.ramp());
+    const std::optional<Colour> background = m_options.background();
     const int textWidth = m_width - 5 * kMargin - kBarWidth - 2 * kLabelWidth;
     const std::size_t letters = static_cast<std::size_t>(std::max(textWidth / Canvas::kLetterWidth, 16));
-    const std::vector<std::string> lines = m_options.legend ? wrapped(equation, letters) : std::vector<std::string>();
+    const std::vector<std::string> lines = m_options.legend() ? wrapped(equation, letters) : std::vector<std::string>();
 
-    Canvas canvas(m_width, m_height + (m_options.legend ? linesHeight(lines.size()) : 0));
+    Canvas canvas(m_width, m_height + (m_options.legend() ? linesHeight(lines.size()) : 0));
     std::size_t i = 0;
     for (int y = 0; y < m_height; ++y) {
         for (int x = 0; x < m_width; ++x, ++i) {
-            if (m_options.background) {
-                canvas.set(x, y, *m_options.background);
+            if (background) {
+                canvas.set(x, y, *background);
             }
             if (m_valid[i]) {
                 const Colour colour = ramp.at((values[i] - ends.first) / (ends.second - ends.first));
@@ -145,7 +146,7 @@ Canvas QuickLook::draw(const std::string& equation) const
             }
         }
     }
-    if (m_options.legend) {
+    if (m_options.legend()) {
         drawLegend(canvas, ramp, ends, lines);
     }
     return canvas;

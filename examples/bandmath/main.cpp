@@ -1,8 +1,7 @@
-// bandmath: computes an equation over the bands of raster images. See helpText() in Options.cpp.
+// bandmath: computes an equation over the bands of raster images. See Options.cpp for what it takes.
 
 #include <gdal_priv.h>
 
-#include <clocale>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -16,17 +15,9 @@
 #include "Interrupt"
 #include "Job"
 #include "Options"
+#include "support/CommandLine"
 
 namespace {
-
-/// File names and equations come as the user's locale writes them; without one, as UTF-8. Numbers
-/// keep the point.
-void chooseLocale()
-{
-    if (!std::setlocale(LC_CTYPE, "") || std::string(std::setlocale(LC_CTYPE, nullptr)) == "C") {
-        std::setlocale(LC_CTYPE, "C.UTF-8");
-    }
-}
 
 int fail(const std::string& text, int code)
 {
@@ -34,14 +25,10 @@ int fail(const std::string& text, int code)
     return code;
 }
 
-int run(const std::vector<std::string>& arguments)
+int run(const std::vector<std::string>& words)
 {
     try {
-        const bandmath::Options options = bandmath::parseOptions(arguments);
-        if (options.help) {
-            std::fputs(bandmath::helpText().c_str(), stdout);
-            return 0;
-        }
+        const bandmath::Options options = bandmath::parseOptions(words);
         const bandmath::GdalErrors unprinted;
         GDALAllRegister();
         bandmath::watchSignals();
@@ -60,6 +47,6 @@ int run(const std::vector<std::string>& arguments)
 
 int main(int argc, char** argv)
 {
-    chooseLocale();
-    return run(std::vector<std::string>(argv + 1, argv + argc));
+    tools::chooseLocale();
+    return run(std::vector<std::string>(argv, argv + argc));
 }

@@ -562,14 +562,6 @@ TEST_F(BandmathTest, progressOnATerminal)
     EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1) << outcome.err;
 }
 
-TEST_F(BandmathTest, help)
-{
-    const Outcome outcome = runProgram({"--help"});
-    EXPECT_EQ(outcome.code, 0);
-    EXPECT_EQ(outcome.err, "");
-    EXPECT_EQ(outcome.out.find("bandmath: computes an equation over the bands of raster images"), 0u);
-}
-
 }  // namespace
 
 }  // namespace bandmath::test
