@@ -143,7 +143,7 @@ ZetParameterPtr ZetParameterList::removeParm(const ZetString& name)
     if (found == m_parameters.end()) {
         return ZetParameterPtr();
     }
-    const ZetParameterPtr removed = found->second;
+    ZetParameterPtr removed = found->second;
     removed->m_owner = nullptr;
     m_order.remove(found->first);
     m_parameters.erase(found);

@@ -372,6 +372,35 @@ TEST(ZetTextForms, everyKindHasARow)
     }
 }
 
+/// Whether a value of a kind that registers itself converts to text, and whether it takes text.
+template <class T>
+void expectConversions(const T& value, bool toText, bool fromText)
+{
+    const ZetVariantIFPtr implementation = ZetVariant(ZetMetaType::of<T>(), &value).implementation()->clone();
+    SCOPED_TRACE(toMultibyte(implementation->type().toString()));
+    ZetString text = L"before";
+    EXPECT_EQ(implementation->convertTo(typeID<ZetString>(), &text), toText);
+    const ZetString given = L"(gain,Gain,Double,(Required),in dB,g)";
+    EXPECT_EQ(implementation->convertFrom(typeID<ZetString>(), &given), fromText);
+    T copy = T();
+    EXPECT_TRUE(implementation->convertTo(typeID<T>(), &copy));
+    // nothing else
+    int number = 7;
+    EXPECT_FALSE(implementation->convertTo(typeID<int>(), &number));
+    EXPECT_EQ(number, 7);
+    EXPECT_FALSE(implementation->convertFrom(typeID<int>(), &number));
+}
+
+TEST(ZetTextForms, conversionsOfTheKindsThatRegisterThemselves)
+{
+    expectConversions(ZetDataTypeInfo(1, 0, 255), false, false);
+    expectConversions(ZetHistogram_p(), false, false);
+    expectConversions(property(L"in dB"), true, true);
+    expectConversions(ZetObjectProxy(), false, false);
+    expectConversions(metaData().field(L"size", false), true, false);
+    expectConversions(metaData(), true, false);
+}
+
 /// A cell of code in a table; nothing for an empty text.
 std::string code(const std::string& text)
 {
