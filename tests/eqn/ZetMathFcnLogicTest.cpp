@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "support/ZetFunctionCalls"
-#include "support/ZetScopedLocale"
 
 namespace zet {
 namespace test {
@@ -9,7 +8,6 @@ namespace {
 
 TEST(ZetMathFcn, equalityLeadsFromTheLeft)
 {
-    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         {L"equals", {L"Bool 1", L"5"}, L"Bool 1"},
         {L"equals", {L"5", L"Bool 1"}, L"Bool 0"},
@@ -42,7 +40,6 @@ TEST(ZetMathFcn, equalityLeadsFromTheLeft)
 
 TEST(ZetMathFcn, orderOfNumbers)
 {
-    const test::ZetScopedLocale plainNumbers("C");
     const wchar_t* const names[] = {L"lessthan", L"lessthanequals", L"greaterthan", L"greaterthanequals"};
     struct Row
     {
@@ -76,7 +73,6 @@ TEST(ZetMathFcn, orderOfNumbers)
 
 TEST(ZetMathFcn, orderFailures)
 {
-    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         {L"lessthan", {L"U8[1]", L"2"}, L"!"},
         {L"lessthan", {L"1", L"U8[1]"}, L"!"},
@@ -123,7 +119,6 @@ TEST(ZetMathFcn, ternaryReturnsTheBranchAsItIs)
 
 TEST(ZetMathFcn, selectCountsTheSelector)
 {
-    const test::ZetScopedLocale plainNumbers("C");
     expectCalls({
         {L"select", {L"1", L"'a'", L"'b'"}, L"'a'"},
         {L"select", {L"2", L"'a'", L"'b'"}, L"'b'"},
