@@ -16,10 +16,18 @@
 
 #include <zet/ZetLutIO>
 
+#include "support/ZetMemoryBuffers"
+
 namespace {
+
+using zet::bench::ZetMemorySink;
+using zet::bench::ZetMemorySource;
 
 constexpr unsigned int kEntries = 65536;
 constexpr unsigned int kBands = 3;
+
+/// More characters than the file has.
+constexpr std::size_t kMost = kEntries * kBands * 6 + 1000;
 
 /// A rising, a falling and a scattered band.
 std::vector<std::uint16_t> values()
@@ -61,10 +69,12 @@ void setValues(benchmark::State& state)
 void writeTable(benchmark::State& state)
 {
     const zet::ZetLutDesc lut = table();
+    std::wstring block(kMost, L'\0');
     for (auto _ : state) {
-        std::wostringstream out;
+        ZetMemorySink sink(block);
+        std::wostream out(&sink);
         benchmark::DoNotOptimize(zet::ZetLutIO::writeCommon(lut, out));
-        benchmark::DoNotOptimize(out.rdbuf());
+        benchmark::DoNotOptimize(sink.size());
     }
     setValues(state);
 }
@@ -73,17 +83,19 @@ BENCHMARK(writeTable);
 void writeTableByToChars(benchmark::State& state)
 {
     const std::vector<std::uint16_t> all = values();
+    std::wstring block(kMost, L'\0');
     for (auto _ : state) {
-        std::wostringstream out;
+        ZetMemorySink sink(block);
+        std::wostream out(&sink);
         for (const std::uint16_t value : all) {
             char digits[8];
             char* const end = std::to_chars(digits, std::end(digits), value).ptr;
             wchar_t line[8];
             wchar_t* last = std::copy(digits, end, line);
             *last++ = L'\n';
-            out.rdbuf()->sputn(line, last - line);
+            sink.sputn(line, last - line);
         }
-        benchmark::DoNotOptimize(out.rdbuf());
+        benchmark::DoNotOptimize(sink.size());
     }
     setValues(state);
 }
@@ -92,12 +104,14 @@ BENCHMARK(writeTableByToChars);
 void writeTableByStream(benchmark::State& state)
 {
     const std::vector<std::uint16_t> all = values();
+    std::wstring block(kMost, L'\0');
     for (auto _ : state) {
-        std::wostringstream out;
+        ZetMemorySink sink(block);
+        std::wostream out(&sink);
         for (const std::uint16_t value : all) {
             out << value << L'\n';
         }
-        benchmark::DoNotOptimize(out.rdbuf());
+        benchmark::DoNotOptimize(sink.size());
     }
     setValues(state);
 }
@@ -105,9 +119,10 @@ BENCHMARK(writeTableByStream);
 
 void readTable(benchmark::State& state)
 {
-    const std::wstring file = text();
+    std::wstring file = text();
     for (auto _ : state) {
-        std::wistringstream in(file);
+        ZetMemorySource source(file);
+        std::wistream in(&source);
         const std::unique_ptr<zet::ZetLutDesc> lut(zet::ZetLutIO::readCommon(in));
         benchmark::DoNotOptimize(lut->numBands());
     }
@@ -119,9 +134,9 @@ BENCHMARK(readTable);
 void readTableByFromChars(benchmark::State& state)
 {
     const std::wstring file = text();
-    const std::wstring data = file.substr(file.find(L'}') + 1);
+    std::wstring data = file.substr(file.find(L'}') + 1);
     for (auto _ : state) {
-        std::wstringbuf in(data);
+        ZetMemorySource in(data);
         std::vector<std::uint16_t> all;
         char word[8];
         char* end = word;
@@ -147,7 +162,8 @@ void readTableByStream(benchmark::State& state)
     std::wstring data = file.substr(file.find(L'}') + 1);
     std::erase(data, L'$');
     for (auto _ : state) {
-        std::wistringstream in(data);
+        ZetMemorySource source(data);
+        std::wistream in(&source);
         std::vector<std::uint16_t> all;
         for (std::uint16_t value = 0; in >> value;) {
             all.push_back(value);

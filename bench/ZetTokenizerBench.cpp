@@ -2,14 +2,17 @@
 
 #include <benchmark/benchmark.h>
 
+#include <istream>
 #include <random>
-#include <sstream>
-#include <streambuf>
 #include <string>
 
 #include <zet/ZetTokenizer>
 
+#include "support/ZetMemoryBuffers"
+
 namespace {
+
+using zet::bench::ZetMemorySource;
 
 /// Numbers of up to five digits, one a line.
 std::wstring numbers()
@@ -29,10 +32,11 @@ void setTokens(benchmark::State& state, long tokens)
 
 void takeTokens(benchmark::State& state)
 {
-    const std::wstring text = numbers();
+    std::wstring text = numbers();
     long tokens = 0;
     for (auto _ : state) {
-        std::wistringstream in(text);
+        ZetMemorySource source(text);
+        std::wistream in(&source);
         zet::ZetTokenizer tokenizer(in, L"{}=$", L"#", L"", L"", L" \t\r\n");
         zet::ZetString token;
         for (tokens = 0; tokenizer.nextToken(token); ++tokens) {
@@ -45,10 +49,11 @@ BENCHMARK(takeTokens);
 
 void takeTokensWithBlockComments(benchmark::State& state)
 {
-    const std::wstring text = numbers();
+    std::wstring text = numbers();
     long tokens = 0;
     for (auto _ : state) {
-        std::wistringstream in(text);
+        ZetMemorySource source(text);
+        std::wistream in(&source);
         zet::ZetTokenizer tokenizer(in, L"{}=$", L"//", L"/*", L"*/", L" \t\r\n");
         zet::ZetString token;
         for (tokens = 0; tokenizer.nextToken(token); ++tokens) {
@@ -62,10 +67,10 @@ BENCHMARK(takeTokensWithBlockComments);
 /// The words alone, with what a stream buffer costs and nothing else.
 void takeWordsByHand(benchmark::State& state)
 {
-    const std::wstring text = numbers();
+    std::wstring text = numbers();
     long tokens = 0;
     for (auto _ : state) {
-        std::wstringbuf in(text);
+        ZetMemorySource in(text);
         std::wstring token;
         const auto isBlank = [](wchar_t c) { return c == L' ' || c == L'\n' || c == L'\t' || c == L'\r'; };
         for (tokens = 0;; ++tokens) {
@@ -89,10 +94,11 @@ BENCHMARK(takeWordsByHand);
 /// The words by the stream's own reader.
 void takeWordsByStream(benchmark::State& state)
 {
-    const std::wstring text = numbers();
+    std::wstring text = numbers();
     long tokens = 0;
     for (auto _ : state) {
-        std::wistringstream in(text);
+        ZetMemorySource source(text);
+        std::wistream in(&source);
         std::wstring token;
         for (tokens = 0; in >> token; ++tokens) {
             benchmark::DoNotOptimize(token.data());

@@ -1,5 +1,6 @@
 #include "fileio/ZetTokenizer_p"
 
+#include <algorithm>
 #include <iterator>
 
 #include <zet/ZetCoreFunctions>
@@ -161,12 +162,11 @@ ZetTextMsg ZetTokenizer_p::validate() const
 
 void ZetTokenizer_p::sortCharacters()
 {
-    for (std::size_t i = 0; i < std::size(m_asciiKinds); ++i) {
+    for (std::size_t i = 0; i < std::size(m_asciiTypes); ++i) {
         const wchar_t c = static_cast<wchar_t>(i);
-        m_asciiKinds[i] = c == kQuote                 ? Literal
-                          : contains(m_delimiters, c) ? Delimiter
-                          : contains(m_whitespace, c) ? Whitespace
-                                                      : Word;
+        const bool mayBeComment =
+            m_lineComment.substr(0, 1) == ZetString(1, c) || m_blockCommentBegin.substr(0, 1) == ZetString(1, c);
+        m_asciiTypes[i] = mayBeComment ? kUnsure : typeOf(c);
     }
 }
 
@@ -222,8 +222,8 @@ std::wint_t ZetTokenizer_p::guarded(Read&& read)
     return kEnd;
 }
 
-/// The next character, which stays.
-std::wint_t ZetTokenizer_p::look()
+/// look() where nothing is ready.
+std::wint_t ZetTokenizer_p::lookFurther()
 {
     if (m_held != kEnd) {
         return m_held;
@@ -265,9 +265,7 @@ std::wint_t ZetTokenizer_p::get()
     } else {
         m_buffer->sbumpc();
     }
-    if (c == L'\n') {
-        m_lineNumber = static_cast<int>(static_cast<unsigned int>(m_lineNumber) + 1);
-    }
+    countLine(static_cast<wchar_t>(c));
     return c;
 }
 
@@ -282,25 +280,48 @@ void ZetTokenizer_p::get(std::size_t count)
 /// \name What comes next
 /// @{
 
-ZetTokenizer_p::NextType ZetTokenizer_p::kindOf(wchar_t c) const
-{
-    if (static_cast<std::wint_t>(c) < std::size(m_asciiKinds)) {
-        return m_asciiKinds[c];
-    }
-    return contains(m_delimiters, c) ? Delimiter : contains(m_whitespace, c) ? Whitespace : Word;
-}
-
 ZetTokenizer_p::NextType ZetTokenizer_p::nextType()
 {
     const std::wint_t c = look();
     if (c == kEnd) {
         return EndOfInput;
     }
-    const NextType kind = kindOf(static_cast<wchar_t>(c));
-    if (kind == Literal) {
-        return kind;
+    if (c < std::size(m_asciiTypes) && m_asciiTypes[c] != kUnsure) {
+        return m_asciiTypes[c];
     }
-    return isLineComment() ? LineComment : isBeginBlockComment() ? BlockComment : kind;
+    if (c != kQuote && isLineComment()) {
+        return LineComment;
+    }
+    if (c != kQuote && isBeginBlockComment()) {
+        return BlockComment;
+    }
+    return typeOf(static_cast<wchar_t>(c));
+}
+
+/// What a character is that begins no comment.
+ZetTokenizer_p::NextType ZetTokenizer_p::typeOf(wchar_t c) const
+{
+    return c == kQuote                 ? Literal
+           : contains(m_delimiters, c) ? Delimiter
+           : contains(m_whitespace, c) ? Whitespace
+                                       : Word;
+}
+
+/// Takes characters that the buffer holds ready, as long as the table alone tells that they are of \p type.
+/// It is the short way through the bulk of a text, and may end anywhere. What it took lies in the buffer
+/// until that is asked for more.
+std::wstring_view ZetTokenizer_p::takeReady(NextType type)
+{
+    if (m_held != kEnd || !m_buffer) {
+        return std::wstring_view();
+    }
+    const std::wstring_view ready = ZetReadyCharacters::in(*m_buffer);
+    const auto end = std::find_if(ready.begin(), ready.end(), [this, type](wchar_t c) {
+        return static_cast<std::wint_t>(c) >= std::size(m_asciiTypes) || m_asciiTypes[c] != type;
+    });
+    const std::size_t count = static_cast<std::size_t>(end - ready.begin());
+    ZetReadyCharacters::take(*m_buffer, count);
+    return ready.substr(0, count);
 }
 
 /// Whether the input goes on with \p identifier, of one or two characters. Nothing is taken.
@@ -322,9 +343,7 @@ bool ZetTokenizer_p::parseNext(ZetString& token, TokenType& type)
 {
     switch (nextType()) {
         case Whitespace:
-            while (nextType() == Whitespace) {
-                get();
-            }
+            skipWhitespace();
             break;
         case Literal:
             type = ZetTokenizer::Literal;
@@ -350,10 +369,21 @@ bool ZetTokenizer_p::parseNext(ZetString& token, TokenType& type)
     return m_status.text().empty();
 }
 
+void ZetTokenizer_p::skipWhitespace()
+{
+    do {
+        for (const wchar_t c : takeReady(Whitespace)) {
+            countLine(c);
+        }
+    } while (nextType() == Whitespace && get() != kEnd);
+}
+
 void ZetTokenizer_p::parseToken(ZetString& token)
 {
+    token = takeReady(Word);
     while (nextType() == Word) {
         token.push_back(static_cast<wchar_t>(get()));
+        token += takeReady(Word);
     }
 }
 

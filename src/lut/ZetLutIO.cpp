@@ -21,7 +21,7 @@
 namespace zet {
 namespace {
 
-const wchar_t* const kEndOfData = L"$";
+constexpr wchar_t kEndOfData = L'$';
 
 /// Posts an error, and gives what a reader that failed gives.
 template <class... Parts>
@@ -138,7 +138,8 @@ public:
 
 private:
     /// Takes the next token. Returns whether it is one of data.
-    bool takeValue() { return m_tokenizer.nextToken(m_token) && m_token != kEndOfData; }
+    bool takeValue() { return m_tokenizer.nextToken(m_token) && !isEndOfData(); }
+    bool isEndOfData() const { return m_token.size() == 1 && m_token[0] == kEndOfData; }
 
     bool takeEndOfData();
 
@@ -171,7 +172,7 @@ private:
 bool TableReader::takeEndOfData()
 {
     m_tokenizer.nextToken(m_token);
-    if (m_token == kEndOfData) {
+    if (isEndOfData()) {
         return true;
     }
     refuse(__LINE__, L"Failed to find expected end of data section symbol, $");
