@@ -4,12 +4,9 @@
 # Repeats the commands of a transcript, the lines that begin with "$ ", and compares all that they
 # print with what stands behind them. An exit code other than 0 stands as "[1]", and the number of a
 # source line as "#".
-program=$1
 transcript=$2
-
-calc() {
-    "$program" "$@"
-}
+PATH=$(dirname "$1"):$PATH
+export PATH
 
 grep '^\$ ' "$transcript" | while IFS= read -r line; do
     printf '%s\n' "$line"
