@@ -2,10 +2,11 @@
 
 #include <gdal_priv.h>
 
-#include <clocale>
 #include <cstdio>
 #include <exception>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include <zet/ZetString>
 #include <zet/ZetTextMsg>
@@ -13,17 +14,9 @@
 #include "Answer"
 #include "Failure"
 #include "GdalErrors"
+#include "support/CommandLine"
 
 namespace {
-
-/// File names and texts come as the user's locale writes them; without one, as UTF-8. Numbers keep
-/// the point.
-void chooseLocale()
-{
-    if (!std::setlocale(LC_CTYPE, "") || std::string(std::setlocale(LC_CTYPE, nullptr)) == "C") {
-        std::setlocale(LC_CTYPE, "C.UTF-8");
-    }
-}
 
 int fail(const std::string& text)
 {
@@ -32,9 +25,9 @@ int fail(const std::string& text)
 }
 
 /// Prints what the command line asks for.
-void run(int argc, char** argv)
+void run(const std::vector<std::string>& words)
 {
-    const describe::Request request = describe::parseRequest(argc, argv);
+    const describe::Request request = describe::parseRequest(words);
     const bandmath::GdalErrors unprinted;
     GDALAllRegister();
     const describe::RasterPtr raster = std::make_shared<describe::Raster>(zet::toMultibyte(request.file()));
@@ -53,9 +46,9 @@ void run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    chooseLocale();
+    tools::chooseLocale();
     try {
-        run(argc, argv);
+        run(std::vector<std::string>(argv, argv + argc));
         return 0;
     } catch (const zet::ZetTextMsg& message) {
         return fail(zet::toMultibyte(message.text()));
