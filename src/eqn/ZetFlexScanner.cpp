@@ -27,11 +27,10 @@ int columnBehind(int column, char c)
 
 void ZetFlexScanner::count()
 {
-    const std::string text(yytext, static_cast<std::size_t>(yyleng));
-    for (const char c : text) {
+    yylval->text = new std::string(yytext, static_cast<std::size_t>(yyleng));
+    for (const char c : *yylval->text) {
         column = columnBehind(column, c);
     }
-    yylval->text = new std::string(text);
 }
 
 void ZetFlexScanner::skipText()
