@@ -72,6 +72,9 @@ struct ReadRow
 TEST(ZetMetaFlag, reads)
 {
     const ReadRow rows[] = {
+        {L"(Required|Hidden)", 0, 0x48, false, L""},
+        {L"(required|hidden)", 0, 0x48, false, L""},
+        {L"(Required|Hidden|Bogus)", 0, 0x48, false, L""},
         {L"(readonly|HIDDEN)", 0, 0x41, false, L""},
         {L"  ( ReadOnly  |\tHidden )x", 0, 0x41, false, L"x"},
         {L"(Bogus)", 0, 0, false, L""},
