@@ -1,29 +1,16 @@
 #include "Band"
 
-#include "ElementTypes"
-#include "Failure"
-#include "GdalErrors"
+#include "raster/ElementTypes"
+#include "raster/Failure"
+#include "raster/GdalErrors"
 
 namespace bandmath {
 
-bool isSignedByte(GDALRasterBand& band)
-{
-    const char* pixelType = band.GetMetadataItem("PIXELTYPE", "IMAGE_STRUCTURE");
-    return band.GetRasterDataType() == GDT_Byte && pixelType && std::string(pixelType) == "SIGNEDBYTE";
-}
-
-GDALDataset& RasterFiles::open(const std::string& file)
-{
-    GDALDatasetUniquePtr& dataset = m_files[file];
-    if (!dataset) {
-        const GdalErrors errors;
-        dataset.reset(GDALDataset::Open(file.c_str(), GDAL_OF_RASTER | GDAL_OF_READONLY | GDAL_OF_VERBOSE_ERROR));
-        if (!dataset) {
-            throw Failure("Cannot open '" + file + "': " + errors.text());
-        }
-    }
-    return *dataset;
-}
+using tools::Failure;
+using tools::fromGdal;
+using tools::GdalErrors;
+using tools::isSignedByte;
+using tools::toGdal;
 
 Band::Band(const BandChoice& choice, RasterFiles& files)
     : m_choice(choice),

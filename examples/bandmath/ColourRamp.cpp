@@ -122,12 +122,6 @@ Colour between(const std::vector<Stop>& stops, double position)
 
 }  // namespace
 
-Colour colourOf(unsigned rgb)
-{
-    return {static_cast<unsigned char>(rgb >> 16 & 255), static_cast<unsigned char>(rgb >> 8 & 255),
-            static_cast<unsigned char>(rgb & 255)};
-}
-
 ColourRamp::ColourRamp(const std::string& name) : m_colours()
 {
     const std::vector<Stop>& stops = find(name)->stops;

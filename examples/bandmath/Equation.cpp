@@ -7,11 +7,14 @@
 #include <zet/ZetTextMsg>
 #include <zet/ZetVariant>
 
-#include "ElementTypes"
 #include "EquationText"
-#include "Failure"
+#include "raster/ElementTypes"
+#include "raster/Failure"
 
 namespace bandmath {
+
+using tools::Failure;
+using tools::nameOf;
 
 namespace {
 

@@ -6,19 +6,27 @@
 #include <vector>
 
 #include "Band"
-#include "ElementTypes"
 #include "Equation"
 #include "EquationText"
-#include "Failure"
-#include "Interrupt"
 #include "OutputFormat"
-#include "OutputRaster"
 #include "Progress"
 #include "QuickLook"
-#include "Staging"
-#include "WindowWalk"
+#include "raster/ElementTypes"
+#include "raster/Failure"
+#include "raster/Interrupt"
+#include "raster/OutputRaster"
+#include "raster/Staging"
+#include "raster/WindowWalk"
 
 namespace bandmath {
+
+using tools::Failure;
+using tools::nameOf;
+using tools::OutputRaster;
+using tools::Staging;
+using tools::throwIfInterrupted;
+using tools::Window;
+using tools::WindowWalk;
 
 namespace {
 
@@ -100,9 +108,11 @@ struct Outputs
     Outputs(const Options& options, const zet::ZetEqnTile& first, const std::vector<Band>& bands)
         : format(options, first.dataType().type(),
                  std::any_of(bands.begin(), bands.end(), [](const Band& b) { return b.hasNoData(); })),
-          raster(options, format, bands.front()),
+          raster({options.output(), options.driver(), options.creationOptions()}, bands.front().raster(), 1,
+                 format.type()),
           tally()
     {
+        format.declareNoData(raster.band(1));
         if (!options.picture().empty()) {
             picture = std::make_unique<Staging>(options.picture());
             quickLook = std::make_unique<QuickLook>(options, bands.front().width(), bands.front().height());
@@ -112,7 +122,7 @@ struct Outputs
     void take(const Window& window, const zet::ZetEqnTile& computed, Validity& valid)
     {
         const zet::ZetEqnTile pixels = format.finish(computed, valid, tally);
-        raster.write(window, pixels);
+        raster.write(1, window, pixels.buffer()->data(), pixels.dataType().type());
         if (quickLook) {
             quickLook->add(window, pixels, valid);
         }

@@ -16,11 +16,14 @@
 #include <zet/ZetMetaObjectImpl>
 #include <zet/ZetNumValidator>
 
-#include "Failure"
+#include "raster/Failure"
 #include "support/CommandLine"
 #include "support/TextValidator"
 
 namespace bandmath {
+
+using tools::colourOf;
+using tools::Failure;
 
 namespace {
 

@@ -3,10 +3,17 @@
 #include <cmath>
 #include <limits>
 
-#include "ElementTypes"
-#include "Failure"
+#include "raster/ElementTypes"
+#include "raster/Failure"
 
 namespace bandmath {
+
+using tools::Failure;
+using tools::IsComplex;
+using tools::isNaN;
+using tools::magnitude;
+using tools::nameOf;
+using tools::visitElements;
 
 namespace {
 

@@ -6,9 +6,13 @@
 #include <iterator>
 #include <limits>
 
-#include "ElementTypes"
+#include "raster/ElementTypes"
 
 namespace bandmath {
+
+using tools::Colour;
+using tools::magnitude;
+using tools::visitElements;
 
 namespace {
 

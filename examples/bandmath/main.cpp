@@ -1,7 +1,9 @@
 // bandmath: computes an equation over the bands of raster images. See Options.cpp for what it takes.
 
 #include <gdal_priv.h>
+#include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -10,14 +12,24 @@
 #include <zet/ZetString>
 #include <zet/ZetTextMsg>
 
-#include "Failure"
-#include "GdalErrors"
-#include "Interrupt"
 #include "Job"
 #include "Options"
+#include "raster/Failure"
+#include "raster/GdalErrors"
+#include "raster/Interrupt"
 #include "support/CommandLine"
 
 namespace {
+
+/// The remainder of the equation language divides by the processor, which faults on zero. It
+/// serves numbers alone, never bands, so the fault comes with the first window, before there is
+/// any output.
+extern "C" void explainFault(int)
+{
+    constexpr char kText[] = "bandmath: The equation divides a whole number by zero with '%'.\n";
+    const ssize_t written = write(STDERR_FILENO, kText, sizeof kText - 1);
+    _exit(written < 0 ? 2 : 1);
+}
 
 int fail(const std::string& text, int code)
 {
@@ -29,12 +41,13 @@ int run(const std::vector<std::string>& words)
 {
     try {
         const bandmath::Options options = bandmath::parseOptions(words);
-        const bandmath::GdalErrors unprinted;
+        const tools::GdalErrors unprinted;
         GDALAllRegister();
-        bandmath::watchSignals();
+        tools::watchSignals();
+        std::signal(SIGFPE, explainFault);
         bandmath::runJob(options);
         return 0;
-    } catch (const bandmath::Interrupted& interrupted) {
+    } catch (const tools::Interrupted& interrupted) {
         return fail(interrupted.what(), 130);
     } catch (const zet::ZetTextMsg& message) {
         return fail(zet::toMultibyte(message.text()), 1);

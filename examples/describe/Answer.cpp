@@ -2,13 +2,13 @@
 
 #include <sstream>
 
-#include "Failure"
+#include "raster/Failure"
 
 namespace describe {
 
 namespace {
 
-using bandmath::Failure;
+using tools::Failure;
 
 zet::ZetString textOf(const zet::ZetMetaDataSet& set)
 {

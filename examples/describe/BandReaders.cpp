@@ -5,8 +5,8 @@
 #include <zet/ZetDataType>
 #include <zet/ZetImageSize>
 
-#include "ElementTypes"
 #include "RasterReader"
+#include "raster/ElementTypes"
 
 namespace describe {
 
@@ -142,7 +142,7 @@ std::vector<std::string> domainsOf(GDALMajorObject& owner)
 
 zet::ZetDataType elementTypeOf(GDALRasterBand& band)
 {
-    const zet::ZetDataType type(bandmath::fromGdal({band.GetRasterDataType(), bandmath::isSignedByte(band)}));
+    const zet::ZetDataType type(tools::fromGdal({band.GetRasterDataType(), tools::isSignedByte(band)}));
     const char* bits = band.GetMetadataItem("NBITS", "IMAGE_STRUCTURE");
     return bits ? zet::ZetDataType(type.type(), static_cast<unsigned int>(std::atoi(bits))) : type;
 }

@@ -2,6 +2,7 @@
 
 #include <zet/ZetColorModel>
 #include <zet/ZetDataLayout>
+#include <zet/ZetDataType>
 #include <zet/ZetImageSize>
 
 #include "ColourModel"

@@ -4,7 +4,7 @@
 
 #include <zet/ZetMetaObjectImpl>
 
-#include "Failure"
+#include "raster/Failure"
 #include "support/CommandLine"
 #include "support/TextValidator"
 
@@ -48,7 +48,7 @@ zet::ZetROI toRegion(const ZetString& text)
                 zet::ZetImageSize(static_cast<unsigned int>(*width), static_cast<unsigned int>(*height), 1));
         }
     }
-    throw bandmath::Failure("'" + zet::toMultibyte(text) + "' is not a region such as 0,0,640,480.");
+    throw tools::Failure("'" + zet::toMultibyte(text) + "' is not a region such as 0,0,640,480.");
 }
 
 }  // namespace

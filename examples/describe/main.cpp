@@ -12,8 +12,8 @@
 #include <zet/ZetTextMsg>
 
 #include "Answer"
-#include "Failure"
-#include "GdalErrors"
+#include "raster/Failure"
+#include "raster/GdalErrors"
 #include "support/CommandLine"
 
 namespace {
@@ -28,7 +28,7 @@ int fail(const std::string& text)
 void run(const std::vector<std::string>& words)
 {
     const describe::Request request = describe::parseRequest(words);
-    const bandmath::GdalErrors unprinted;
+    const tools::GdalErrors unprinted;
     GDALAllRegister();
     const describe::RasterPtr raster = std::make_shared<describe::Raster>(zet::toMultibyte(request.file()));
     const std::string text = zet::toMultibyte(describe::answer(request, raster));
@@ -38,7 +38,7 @@ void run(const std::vector<std::string>& words)
         }
     }
     if (std::fputs(text.c_str(), stdout) < 0 || std::fflush(stdout) != 0) {
-        throw bandmath::Failure("Cannot write the description.");
+        throw tools::Failure("Cannot write the description.");
     }
 }
 

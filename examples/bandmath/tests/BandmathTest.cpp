@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-#include "Rasters"
+#include "Computing"
 
 namespace bandmath::test {
 

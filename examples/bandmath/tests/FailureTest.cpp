@@ -7,7 +7,7 @@
 #include <csignal>
 #include <fstream>
 
-#include "Rasters"
+#include "Computing"
 
 namespace bandmath::test {
 

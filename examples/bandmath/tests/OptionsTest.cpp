@@ -3,7 +3,7 @@
 #include <fstream>
 #include <regex>
 
-#include "Rasters"
+#include "Computing"
 
 namespace bandmath::test {
 

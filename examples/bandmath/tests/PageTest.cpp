@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "Rasters"
+#include "Computing"
 
 namespace bandmath::test {
 
@@ -17,7 +17,7 @@ TEST_F(RasterTest, transcriptOfThePage)
     make("scene.tif", plan);
     std::ofstream(path("ndvi.txt")) << "clip(round(v*100+100), 0, 200);\nv = (nir - red) / (nir + red)\n";
     const std::string command =
-        "cd '" + path("") + "' && sh " BANDMATH_TRANSCRIPT_RUNNER " " BANDMATH_PROGRAM " " BANDMATH_PAGE_TRANSCRIPT;
+        "cd '" + path("") + "' && sh " BANDMATH_TRANSCRIPT_RUNNER " " TOOLS_PROGRAM " " BANDMATH_PAGE_TRANSCRIPT;
     EXPECT_EQ(std::system(command.c_str()), 0);
 }
 

@@ -1,6 +1,6 @@
 // The picture: what its pixels show, and its legend.
 
-#include "Rasters"
+#include "Computing"
 
 namespace bandmath::test {
 

@@ -4,14 +4,14 @@
 
 #include <zet/ZetMetaProperties>
 
-#include "Failure"
-#include "Rasters"
+#include "raster/Failure"
+#include "raster/tests/Rasters"
 
 namespace describe {
 
 namespace {
 
-using bandmath::test::RasterPlan;
+using tools::test::RasterPlan;
 using zet::ZetString;
 
 Request requestOf(const std::vector<const char*>& arguments)
@@ -21,14 +21,14 @@ Request requestOf(const std::vector<const char*>& arguments)
     return parseRequest(words);
 }
 
-class AnswerTest : public bandmath::test::RasterTest
+class AnswerTest : public tools::test::RasterTest
 {
 protected:
     AnswerTest()
     {
         RasterPlan plan{100, 60, GDT_Byte};
         plan.bands.resize(2);
-        for (bandmath::test::Complexes& band : plan.bands) {
+        for (tools::test::Complexes& band : plan.bands) {
             band.resize(6000, 1.0);
         }
         plan.creation = {{"TILED", "YES"}, {"BLOCKXSIZE", "32"}, {"BLOCKYSIZE", "16"}};
@@ -46,7 +46,7 @@ protected:
     {
         try {
             answerTo(words);
-        } catch (const bandmath::Failure& failure) {
+        } catch (const tools::Failure& failure) {
             return failure.what();
         }
         return "no failure";

@@ -12,18 +12,18 @@
 #include "ColourModel"
 #include "Raster"
 #include "RasterReader"
-#include "Rasters"
+#include "raster/tests/Rasters"
 
 namespace describe {
 
 namespace {
 
-using bandmath::test::RasterPlan;
-using bandmath::test::toComplex;
+using tools::test::RasterPlan;
+using tools::test::toComplex;
 using zet::ZetMetaDataSet;
 using zet::ZetString;
 
-class DescriptionTest : public bandmath::test::RasterTest
+class DescriptionTest : public tools::test::RasterTest
 {
 protected:
     ZetMetaDataSet describe(const std::string& file, const wchar_t* name = L"in")

@@ -2,17 +2,18 @@
 
 #include <fstream>
 
-#include "Rasters"
+#include "raster/tests/Program"
+#include "raster/tests/Rasters"
 
 namespace describe {
 
 namespace {
 
-using bandmath::test::Outcome;
-using bandmath::test::RasterPlan;
-using bandmath::test::runProgram;
+using tools::test::Outcome;
+using tools::test::RasterPlan;
+using tools::test::runProgram;
 
-class DescribeProgram : public bandmath::test::RasterTest
+class DescribeProgram : public tools::test::RasterTest
 {
 protected:
     void expectFailure(const std::vector<std::string>& arguments, const std::string& text)

@@ -1,18 +1,18 @@
-#include "Rasters"
+#include "raster/tests/Rasters"
 
 #include <cpl_string.h>
 #include <stdlib.h>
 
 #include <algorithm>
 
-namespace bandmath::test {
+namespace tools::test {
 
 namespace fs = std::filesystem;
 
 RasterTest::RasterTest()
 {
     GDALAllRegister();
-    std::string folder = (fs::temp_directory_path() / "bandmath-test-XXXXXX").string();
+    std::string folder = (fs::temp_directory_path() / "zet-test-XXXXXX").string();
     m_folder = mkdtemp(folder.data());
 }
 
@@ -96,18 +96,9 @@ Numbers RasterTest::read(const std::string& file, int band)
     return result;
 }
 
-Outcome RasterTest::compute(const std::vector<std::string>& arguments) const
-{
-    std::vector<std::string> all = {"-q"};
-    all.insert(all.end(), arguments.begin(), arguments.end());
-    const Outcome outcome = runProgram(all);
-    EXPECT_EQ(outcome.code, 0) << outcome.err;
-    return outcome;
-}
-
 Complexes toComplex(const Numbers& values)
 {
     return Complexes(values.begin(), values.end());
 }
 
-}  // namespace bandmath::test
+}  // namespace tools::test

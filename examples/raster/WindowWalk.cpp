@@ -1,8 +1,8 @@
-#include "WindowWalk"
+#include "raster/WindowWalk"
 
 #include <algorithm>
 
-namespace bandmath {
+namespace tools {
 
 namespace {
 
@@ -65,4 +65,4 @@ bool WindowWalk::next(Window& window)
     return true;
 }
 
-}  // namespace bandmath
+}  // namespace tools

@@ -1,13 +1,13 @@
-#include "OutputRaster"
+#include "raster/OutputRaster"
 
 #include <cpl_string.h>
 
 #include <filesystem>
 
-#include "ElementTypes"
-#include "Failure"
+#include "raster/ElementTypes"
+#include "raster/Failure"
 
-namespace bandmath {
+namespace tools {
 
 namespace {
 
@@ -50,15 +50,15 @@ GDALDriver& driverByExtension(const std::string& file)
 }
 
 /// Storage like that of the model where the format is one that leaves the choice.
-CPLStringList creationOptions(const Options& options, GDALDriver& driver, const Band& model, bool signedByte)
+CPLStringList creationOptions(const OutputPlace& place, GDALDriver& driver, GDALRasterBand& model, bool signedByte)
 {
     CPLStringList list;
     if (EQUAL(driver.GetDescription(), "GTiff")) {
         int width = 0;
         int height = 0;
-        model.blockSize(width, height);
+        model.GetBlockSize(&width, &height);
         list.SetNameValue("BIGTIFF", "IF_SAFER");
-        if (width < model.width() && width % 16 == 0 && height % 16 == 0) {
+        if (width < model.GetXSize() && width % 16 == 0 && height % 16 == 0) {
             list.SetNameValue("TILED", "YES");
             list.SetNameValue("BLOCKXSIZE", std::to_string(width).c_str());
             list.SetNameValue("BLOCKYSIZE", std::to_string(height).c_str());
@@ -67,7 +67,7 @@ CPLStringList creationOptions(const Options& options, GDALDriver& driver, const 
     if (signedByte) {
         list.SetNameValue("PIXELTYPE", "SIGNEDBYTE");
     }
-    for (const std::string& option : options.creationOptions()) {
+    for (const std::string& option : place.creationOptions) {
         const std::size_t equals = option.find('=');
         if (equals == std::string::npos) {
             throw Failure("'" + option + "' is not a creation option such as COMPRESS=DEFLATE.");
@@ -96,37 +96,34 @@ void copyGeoreference(GDALDataset& from, GDALDataset& to)
 
 }  // namespace
 
-OutputRaster::OutputRaster(const Options& options, const OutputFormat& format, const Band& model)
-    : m_name(options.output()), m_staging(options.output())
+OutputRaster::OutputRaster(const OutputPlace& place, GDALRasterBand& model, int bands, zet::ZetDataType::Type type)
+    : m_name(place.file), m_type(type), m_staging(place.file)
 {
-    create(options, format, model);
-    copyGeoreference(model.dataset(), *m_dataset);
-    format.declareNoData(*m_dataset->GetRasterBand(1));
+    create(place, model, bands);
+    copyGeoreference(*model.GetDataset(), *m_dataset);
 }
 
-void OutputRaster::create(const Options& options, const OutputFormat& format, const Band& model)
+void OutputRaster::create(const OutputPlace& place, GDALRasterBand& model, int bands)
 {
-    GDALDriver& driver =
-        options.driver().empty() ? driverByExtension(options.output()) : driverByName(options.driver());
-    const GdalElement element = toGdal(format.type());
-    const CPLStringList list = creationOptions(options, driver, model, element.signedByte);
+    GDALDriver& driver = place.driver.empty() ? driverByExtension(place.file) : driverByName(place.driver);
+    const GdalElement element = toGdal(m_type);
+    const CPLStringList list = creationOptions(place, driver, model, element.signedByte);
     m_dataset.reset(
-        driver.Create(m_staging.path().c_str(), model.width(), model.height(), 1, element.type, list.List()));
+        driver.Create(m_staging.path().c_str(), model.GetXSize(), model.GetYSize(), bands, element.type, list.List()));
     if (!m_dataset) {
         refuse();
     }
-    GDALRasterBand& band = *m_dataset->GetRasterBand(1);
-    if (fromGdal({band.GetRasterDataType(), isSignedByte(band)}) != format.type()) {
+    if (fromGdal({band(1).GetRasterDataType(), isSignedByte(band(1))}) != m_type) {
         throw Failure("GDAL's driver '" + std::string(driver.GetDescription()) + "' cannot hold the element type " +
-                      nameOf(format.type()) + ".");
+                      nameOf(m_type) + ".");
     }
 }
 
-void OutputRaster::write(const Window& window, const zet::ZetEqnTile& pixels)
+void OutputRaster::write(int band, const Window& window, void* pixels, zet::ZetDataType::Type type)
 {
-    const CPLErr status = m_dataset->GetRasterBand(1)->RasterIO(
-        GF_Write, window.x, window.y, window.width, window.height, pixels.buffer()->data(), window.width, window.height,
-        toGdal(pixels.dataType().type()).type, 0, 0, nullptr);
+    const CPLErr status =
+        m_dataset->GetRasterBand(band)->RasterIO(GF_Write, window.x, window.y, window.width, window.height, pixels,
+                                                 window.width, window.height, toGdal(type).type, 0, 0, nullptr);
     if (status != CE_None) {
         refuse();
     }
@@ -145,4 +142,4 @@ void OutputRaster::refuse() const
     throw Failure("Cannot write '" + m_name + "': " + m_errors.text());
 }
 
-}  // namespace bandmath
+}  // namespace tools

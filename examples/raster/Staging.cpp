@@ -1,4 +1,4 @@
-#include "Staging"
+#include "raster/Staging"
 
 #include <stdlib.h>
 
@@ -6,9 +6,9 @@
 #include <cstring>
 #include <system_error>
 
-#include "Failure"
+#include "raster/Failure"
 
-namespace bandmath {
+namespace tools {
 
 namespace fs = std::filesystem;
 
@@ -40,7 +40,7 @@ Staging::Staging(const std::string& target) : m_target(resolve(target))
     if (fs::exists(status) && !fs::is_regular_file(status)) {
         refuse(target, "it is not a regular file");
     }
-    std::string folder = (m_target.parent_path() / ".bandmath-XXXXXX").string();
+    std::string folder = (m_target.parent_path() / ".zet-XXXXXX").string();
     if (!mkdtemp(folder.data())) {
         refuse(target, std::strerror(errno));
     }
@@ -70,4 +70,4 @@ void Staging::commit()
     }
 }
 
-}  // namespace bandmath
+}  // namespace tools

@@ -1,4 +1,4 @@
-#include "ElementTypes"
+#include "raster/ElementTypes"
 
 #include <gdal_version.h>
 
@@ -6,7 +6,7 @@
 
 #include <zet/ZetString>
 
-namespace bandmath {
+namespace tools {
 
 namespace {
 
@@ -46,9 +46,15 @@ ZetDataType::Type fromGdal(const GdalElement& element)
     return ZetDataType::Invalid;
 }
 
+bool isSignedByte(GDALRasterBand& band)
+{
+    const char* pixelType = band.GetMetadataItem("PIXELTYPE", "IMAGE_STRUCTURE");
+    return band.GetRasterDataType() == GDT_Byte && pixelType && std::string(pixelType) == "SIGNEDBYTE";
+}
+
 std::string nameOf(ZetDataType::Type type)
 {
     return zet::toMultibyte(ZetDataType(type).toString());
 }
 
-}  // namespace bandmath
+}  // namespace tools

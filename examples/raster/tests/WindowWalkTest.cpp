@@ -1,4 +1,4 @@
-#include "WindowWalk"
+#include "raster/WindowWalk"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 
 namespace {
 
-using bandmath::Window;
-using bandmath::WindowWalk;
+using tools::Window;
+using tools::WindowWalk;
 
 struct Row
 {

@@ -1,14 +1,14 @@
-#include "Canvas"
+#include "raster/Canvas"
 
 #include <gdal_priv.h>
 
 #include <cstdint>
 #include <iterator>
 
-#include "Failure"
-#include "GdalErrors"
+#include "raster/Failure"
+#include "raster/GdalErrors"
 
-namespace bandmath {
+namespace tools {
 
 namespace {
 
@@ -123,4 +123,4 @@ void Canvas::savePng(const std::string& path, const std::string& name) const
     }
 }
 
-}  // namespace bandmath
+}  // namespace tools

@@ -1,4 +1,4 @@
-#include "Program"
+#include "raster/tests/Program"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -10,7 +10,7 @@
 #include <csignal>
 #include <stdexcept>
 
-namespace bandmath::test {
+namespace tools::test {
 
 namespace {
 
@@ -49,7 +49,7 @@ Channel makeTerminal()
         const rlimit limit = {bytes, bytes};
         setrlimit(RLIMIT_FSIZE, &limit);
     }
-    std::string program = BANDMATH_PROGRAM;
+    std::string program = TOOLS_PROGRAM;
     std::vector<std::string> copies = arguments;
     std::vector<char*> argv = {program.data()};
     for (std::string& argument : copies) {
@@ -113,4 +113,4 @@ Outcome runProgram(const std::vector<std::string>& arguments, const Surroundings
     return outcome;
 }
 
-}  // namespace bandmath::test
+}  // namespace tools::test

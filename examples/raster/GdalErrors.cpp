@@ -1,8 +1,8 @@
-#include "GdalErrors"
+#include "raster/GdalErrors"
 
 #include <cpl_error.h>
 
-namespace bandmath {
+namespace tools {
 
 namespace {
 
@@ -32,4 +32,4 @@ void GdalErrors::note(const char* message)
     }
 }
 
-}  // namespace bandmath
+}  // namespace tools
