@@ -157,12 +157,6 @@ ZetEqnTile ZetEqnTile::clone() const
     return copy;
 }
 
-const ZetEqnTile& ZetEqnTile::lend()
-{
-    m_lender = this;
-    return *this;
-}
-
 std::wostream& operator<<(std::wostream& out, const ZetEqnTile&)
 {
     out.setstate(std::ios::failbit);

@@ -15,6 +15,7 @@ using internal::kTileBlock;
 using internal::pixelKernels;
 using internal::ZetArithmetic;
 using internal::ZetPixelMap;
+using internal::ZetTileLoan;
 using internal::ZetTileResult;
 using internal::ZetTileSource;
 
@@ -153,18 +154,38 @@ ZetEqnTile combine(ZetArithmetic op, const ZetEqnTile& tile, const Complex& numb
 
 }  // namespace
 
-#define ZET_TILE_OPERATOR(Op, Loop)                                                         \
-    ZetEqnTile ZetEqnTile::operator Op(const ZetEqnTile& other) const&                      \
-    {                                                                                       \
-        return combine(internal::Loop, *this, other);                                       \
-    }                                                                                       \
-    ZetEqnTile ZetEqnTile::operator Op(double number) const&                                \
-    {                                                                                       \
-        return combine(internal::Loop, kNumberRight[internal::Loop], *this, number, false); \
-    }                                                                                       \
-    ZetEqnTile ZetEqnTile::operator Op(const std::complex<double>& number) const&           \
-    {                                                                                       \
-        return combine(internal::Loop, *this, number, false);                               \
+#define ZET_TILE_OPERATOR(Op, Loop)                                                                       \
+    ZetEqnTile ZetEqnTile::operator Op(const ZetEqnTile& other) const&                                    \
+    {                                                                                                     \
+        return combine(internal::Loop, *this, other);                                                     \
+    }                                                                                                     \
+    ZetEqnTile ZetEqnTile::operator Op(ZetEqnTile&& other) const&                                         \
+    {                                                                                                     \
+        return combine(internal::Loop, *this, *ZetTileLoan(other));                                       \
+    }                                                                                                     \
+    ZetEqnTile ZetEqnTile::operator Op(const ZetEqnTile& other)&&                                         \
+    {                                                                                                     \
+        return combine(internal::Loop, *ZetTileLoan(*this), other);                                       \
+    }                                                                                                     \
+    ZetEqnTile ZetEqnTile::operator Op(ZetEqnTile&& other)&&                                              \
+    {                                                                                                     \
+        return combine(internal::Loop, *ZetTileLoan(*this), *ZetTileLoan(other));                         \
+    }                                                                                                     \
+    ZetEqnTile ZetEqnTile::operator Op(double number) const&                                              \
+    {                                                                                                     \
+        return combine(internal::Loop, kNumberRight[internal::Loop], *this, number, false);               \
+    }                                                                                                     \
+    ZetEqnTile ZetEqnTile::operator Op(double number)&&                                                   \
+    {                                                                                                     \
+        return combine(internal::Loop, kNumberRight[internal::Loop], *ZetTileLoan(*this), number, false); \
+    }                                                                                                     \
+    ZetEqnTile ZetEqnTile::operator Op(const std::complex<double>& number) const&                         \
+    {                                                                                                     \
+        return combine(internal::Loop, *this, number, false);                                             \
+    }                                                                                                     \
+    ZetEqnTile ZetEqnTile::operator Op(const std::complex<double>& number)&&                              \
+    {                                                                                                     \
+        return combine(internal::Loop, *ZetTileLoan(*this), number, false);                               \
     }
 
 ZET_TILE_OPERATOR(+, kAdd)
@@ -210,17 +231,17 @@ ZetEqnTile ZetEqnTile::operator-() const
 
 #define ZET_TILE_LOOPS(Name, Loop, LoopWithNumberLeft)                                      \
     template <>                                                                             \
-    ZET_API void Name<double>(const ZetEqnTile& a, const ZetEqnTile& b, ZetEqnTile& out)    \
+    void Name<double>(const ZetEqnTile& a, const ZetEqnTile& b, ZetEqnTile& out)            \
     {                                                                                       \
         writeReal(internal::Loop, ZetTileSource(a), ZetTileSource(b), out);                 \
     }                                                                                       \
     template <>                                                                             \
-    ZET_API void Name<double>(double a, const ZetEqnTile& b, ZetEqnTile& out)               \
+    void Name<double>(double a, const ZetEqnTile& b, ZetEqnTile& out)                       \
     {                                                                                       \
         internal::writeMapped(internal::LoopWithNumberLeft, ZetTileSource(b), a, 0.0, out); \
     }                                                                                       \
     template <>                                                                             \
-    ZET_API void Name<double>(const ZetEqnTile& a, double b, ZetEqnTile& out)               \
+    void Name<double>(const ZetEqnTile& a, double b, ZetEqnTile& out)                       \
     {                                                                                       \
         internal::writeMapped(kNumberRight[internal::Loop], ZetTileSource(a), b, 0.0, out); \
     }

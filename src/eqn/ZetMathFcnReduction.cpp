@@ -4,6 +4,7 @@
 #include <cmath>
 #include <complex>
 #include <cstring>
+#include <optional>
 #include <type_traits>
 #include <vector>
 
@@ -20,15 +21,15 @@ namespace {
 /// other value alone comes back as it is.
 ZetVariant fold(ZetEqnArgs& args, ZetVariant (*step)(ZetOperand&, ZetOperand&), double (ZetEqnTile::*ofTile)() const)
 {
-    ZetOperand result(args[0]);
+    std::optional<ZetOperand> result(args[0]);
     if (args.size() == 1) {
-        return result.isTile() ? ZetVariant((result.tile().*ofTile)()) : result.value();
+        return result->isTile() ? ZetVariant((result->tile().*ofTile)()) : result->value();
     }
     for (std::size_t i = 1; i < args.size(); ++i) {
         ZetOperand next(args[i]);
-        result = ZetOperand(step(result, next));
+        result.emplace(step(*result, next));
     }
-    return result.value();
+    return result->value();
 }
 
 struct Extreme

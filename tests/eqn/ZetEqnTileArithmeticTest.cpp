@@ -5,12 +5,14 @@
 
 #include <gtest/gtest.h>
 
+#include "eqn/ZetTileAccess"
 #include "support/ZetEachKernelBuild"
 #include "support/ZetTilePixels"
 
 namespace zet {
 namespace {
 
+using internal::ZetTileLoan;
 using test::elementAt;
 using test::expectEmpty;
 using test::expectTile;
@@ -301,10 +303,11 @@ TEST_P(ZetEqnTileArithmetic, lendingChangesNoValue)
                 SCOPED_TRACE(op);
                 const bool isComplex = kept.dataType().isComplex() || other.tile.dataType().isComplex();
                 const ZetDataType::Type kind = isComplex ? ZetDataType::ComplexDouble : ZetDataType::Double;
-                expectTile(apply(op, left.lend(), other.tile), kind, expected(op, kept, other.tile, isComplex));
-                expectTile(apply(op, other.tile, right.lend()), kind, expected(op, other.tile, kept, isComplex));
+                expectTile(apply(op, *ZetTileLoan(left), other.tile), kind, expected(op, kept, other.tile, isComplex));
+                expectTile(apply(op, other.tile, *ZetTileLoan(right)), kind, expected(op, other.tile, kept, isComplex));
                 ZetEqnTile both = ownTile(type, values);
-                expectTile(apply(op, both.lend(), both), type, expected(op, kept, kept, kept.dataType().isComplex()));
+                expectTile(apply(op, *ZetTileLoan(both), both), type,
+                           expected(op, kept, kept, kept.dataType().isComplex()));
             }
         }
     }

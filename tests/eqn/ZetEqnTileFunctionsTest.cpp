@@ -6,12 +6,14 @@
 
 #include <zet/ZetEqnTile>
 
+#include "eqn/ZetTileAccess"
 #include "support/ZetEachKernelBuild"
 #include "support/ZetTilePixels"
 
 namespace zet {
 namespace {
 
+using internal::ZetTileLoan;
 using test::elementAt;
 using test::expectEmpty;
 using test::expectTile;
@@ -425,7 +427,7 @@ TEST_P(ZetEqnTileFunctions, lendingChangesNoValue)
             expected.push_back(row.real(value.real()));
         }
         SCOPED_TRACE(row.name);
-        const ZetEqnTile result = row.tile(lent.lend());
+        const ZetEqnTile result = row.tile(*ZetTileLoan(lent));
         EXPECT_EQ(result.elements<void>(), block);
         expectTile(result, ZetDataType::Double, expected);
     }

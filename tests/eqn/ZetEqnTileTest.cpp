@@ -9,6 +9,7 @@
 
 #include <zet/ZetVariant>
 
+#include "eqn/ZetTileAccess"
 #include "image/ZetBlockMemory"
 #include "support/ZetCollectingHandler"
 #include "support/ZetTilePixels"
@@ -16,6 +17,7 @@
 namespace zet {
 namespace {
 
+using internal::ZetTileLoan;
 using test::expectEmpty;
 using test::expectTile;
 using test::kInf;
@@ -347,35 +349,42 @@ TEST(ZetEqnTile, temporariesLendTheirBlock)
                {{111.0, 1.0}, {474.0, 1.0}});
 }
 
-TEST(ZetEqnTile, lendServesEveryOperation)
+TEST(ZetEqnTile, aLoanServesEveryOperation)
 {
     ZetEqnTile tile = ownTile(ZetDataType::Double, {4.0, 9.0});
     const void* const block = tile.elements<void>();
-    ZetEqnTile root = tile.lend().sqrt();
+    ZetEqnTile root = ZetTileLoan(tile)->sqrt();
     EXPECT_EQ(root.elements<void>(), block);
     expectEmpty(tile);
     expectTile(root, ZetDataType::Double, {2.0, 3.0});
-    ZetEqnTile smaller = root.lend().min(root);
+    ZetEqnTile smaller = ZetTileLoan(root)->min(root);
     EXPECT_EQ(smaller.elements<void>(), block);
-    ZetEqnTile clipped = smaller.lend().roundclip(ZetDataType::Double, 0.0, 2.5);
+    ZetEqnTile clipped = ZetTileLoan(smaller)->roundclip(ZetDataType::Double, 0.0, 2.5);
     EXPECT_EQ(clipped.elements<void>(), block);
     expectTile(clipped, ZetDataType::Double, {2.0, 2.5});
-    const ZetEqnTile negated = -clipped.lend();
+    const ZetEqnTile negated = -*ZetTileLoan(clipped);
     EXPECT_EQ(negated.elements<void>(), block);
     expectTile(negated, ZetDataType::Double, {-2.0, -2.5});
 
     ZetEqnTile complex = ownTile(ZetDataType::ComplexDouble, {{1.0, 2.0}});
     const void* const pairs = complex.elements<void>();
-    ZetEqnTile conjugate = complex.lend().conj();
+    ZetEqnTile conjugate = ZetTileLoan(complex)->conj();
     EXPECT_EQ(conjugate.elements<void>(), pairs);
-    expectTile(ZetEqnTile::cmplx(conjugate.lend(), conjugate), ZetDataType::ComplexDouble, {{1.0, 1.0}});
+    expectTile(ZetEqnTile::cmplx(*ZetTileLoan(conjugate), conjugate), ZetDataType::ComplexDouble, {{1.0, 1.0}});
     expectEmpty(conjugate);
 }
 
 TEST(ZetEqnTile, aTileThatIsNotUsedUpStaysAsItWas)
 {
     ZetEqnTile tile = ownTile(ZetDataType::Double, {4.0, 9.0});
-    EXPECT_EQ(tile.lend().sum(), 13.0);
+    EXPECT_EQ(ZetTileLoan(tile)->sum(), 13.0);
+    expectTile(tile, ZetDataType::Double, {4.0, 9.0});
+    expectTile(tile + 1.0, ZetDataType::Double, {5.0, 10.0});
+    // an operation of another type takes no block, and ends the loan
+    expectTile(std::move(tile) + std::complex<double>(0.0, 1.0), ZetDataType::ComplexDouble, {{4.0, 1.0}, {9.0, 1.0}});
+    expectTile(tile - 1.0, ZetDataType::Double, {3.0, 8.0});
+    expectEmpty(std::move(tile) + ownTile(ZetDataType::U64, {1.0, 1.0}));
+    expectTile(1.0 - tile, ZetDataType::Double, {-3.0, -8.0});
     expectTile(tile, ZetDataType::Double, {4.0, 9.0});
     // a copy is not lent
     const ZetEqnTile copy(tile);
@@ -388,7 +397,7 @@ TEST(ZetEqnTile, aTileThatIsNotUsedUpStaysAsItWas)
 TEST(ZetEqnTile, aResultMayBeAssignedToTheLender)
 {
     ZetEqnTile tile = ownTile(ZetDataType::Double, {4.0, 9.0});
-    tile = tile.lend() + tile;
+    tile = *ZetTileLoan(tile) + tile;
     expectTile(tile, ZetDataType::Double, {8.0, 18.0});
     tile = std::move(tile) * 2.0;
     expectTile(tile, ZetDataType::Double, {16.0, 36.0});
@@ -403,12 +412,14 @@ TEST(ZetEqnTile, whatMayNotBeLentIsNot)
     ZetEqnTile floats = ownTile(ZetDataType::Float, {1.0, 2.0});
     ZetEqnTile strided(ZetTilePixels(ZetDataType::Double, {1.0, 2.0}, 2).tile.clone());
     ZetEqnTile longer = ownTile(ZetDataType::Double, {1.0, 2.0, 3.0});
+    const ZetEqnTile three = ownTile(ZetDataType::Double, {1.0, 2.0, 3.0});
+    ZetEqnTile head(three.clone().buffer(), ZetDataType::Double, 2);
     ZetEqnTile adopted(new ZetBuffer(16, std::malloc(16), true), ZetDataType::Double, 2);
     std::copy_n(sharer.elements<double>(), 2, adopted.elements<double>());
     const ZetEqnTile two = ownTile(ZetDataType::U8, {5.0, 5.0});
-    for (ZetEqnTile* tile : {&external, &shared, &floats, &strided, &longer, &adopted}) {
+    for (ZetEqnTile* tile : {&external, &shared, &floats, &strided, &longer, &head, &adopted}) {
         const ZetEqnTile before = tile->clone();
-        const ZetEqnTile result = tile->lend() + two;
+        const ZetEqnTile result = *ZetTileLoan(*tile) + two;
         EXPECT_NE(result.elements<void>(), tile->elements<void>());
         EXPECT_TRUE(*before.buffer() == *tile->buffer());
         expectTile(result, ZetDataType::Double, {6.0, 7.0});
