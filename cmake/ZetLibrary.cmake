@@ -17,11 +17,7 @@ zet_check_unit_order("${ZET_UNITS}")
 
 set(ZET_SOURCES "")
 foreach(unit IN LISTS ZET_UNITS ZET_LAST_UNIT)
-  if(EXISTS ${PROJECT_SOURCE_DIR}/src/${unit}.cpp)
-    list(APPEND ZET_SOURCES src/${unit}.cpp)
-  else()
-    message(STATUS "zet: no unit ${unit} yet")
-  endif()
+  list(APPEND ZET_SOURCES src/${unit}.cpp)
 endforeach()
 
 file(GLOB ZET_PUBLIC_HEADERS CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/inc/zet/*)

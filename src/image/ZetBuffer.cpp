@@ -153,18 +153,17 @@ void* ZetBuffer::reallocate(unsigned long size, bool preserve)
 /// buffer is left without a block, and nothing is reported.
 void ZetBuffer::resizeBlock(unsigned long size)
 {
-    const bool inPlace = m_ownsMemory && !m_external && size != 0;
     void* block = nullptr;
-    if (inPlace) {
-        block = std::realloc(m_data, size);
-    } else if (size != 0) {
+    if (!m_ownsMemory || m_external) {
         block = internal::acquireBlock(size);
+        if (block) {
+            std::memcpy(block, m_data, std::min(m_size, size));
+        }
+    } else if (size != 0) {
+        block = std::realloc(m_data, size);
     }
-    if (block && !inPlace) {
-        std::memcpy(block, m_data, std::min(m_size, size));
-    }
-    const bool moved = block && inPlace;
-    if (m_ownsMemory && !moved) {
+    const bool hasMoved = block && m_ownsMemory && !m_external;
+    if (m_ownsMemory && !hasMoved) {
         std::free(m_data);
     }
     m_data = block;
