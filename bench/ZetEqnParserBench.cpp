@@ -22,7 +22,7 @@ void parseMedium(benchmark::State& state)
         benchmark::DoNotOptimize(parser.parse(text));
     }
 }
-BENCHMARK(parseMedium);
+BENCHMARK(parseMedium)->Name("parse a medium equation/zet");
 
 // muParser compiles at the first evaluation.
 void parseMediumWithMuParser(benchmark::State& state)
@@ -38,7 +38,7 @@ void parseMediumWithMuParser(benchmark::State& state)
         benchmark::DoNotOptimize(parser.Eval());
     }
 }
-BENCHMARK(parseMediumWithMuParser);
+BENCHMARK(parseMediumWithMuParser)->Name("parse a medium equation/muParser");
 
 // Four plain variables set, and seven calls evaluated.
 void evaluateFourVariables(benchmark::State& state)
@@ -55,7 +55,7 @@ void evaluateFourVariables(benchmark::State& state)
         benchmark::DoNotOptimize(parser.evaluate().value<double>());
     }
 }
-BENCHMARK(evaluateFourVariables);
+BENCHMARK(evaluateFourVariables)->Name("set 4 variables, evaluate/zet");
 
 void evaluateFourVariablesWithMuParser(benchmark::State& state)
 {
@@ -75,6 +75,6 @@ void evaluateFourVariablesWithMuParser(benchmark::State& state)
         benchmark::DoNotOptimize(parser.Eval());
     }
 }
-BENCHMARK(evaluateFourVariablesWithMuParser);
+BENCHMARK(evaluateFourVariablesWithMuParser)->Name("set 4 variables, evaluate/muParser");
 
 }  // namespace

@@ -78,7 +78,7 @@ void writeTable(benchmark::State& state)
     }
     setValues(state);
 }
-BENCHMARK(writeTable);
+BENCHMARK(writeTable)->Name("write a table/zet");
 
 void writeTableByToChars(benchmark::State& state)
 {
@@ -99,7 +99,7 @@ void writeTableByToChars(benchmark::State& state)
     }
     setValues(state);
 }
-BENCHMARK(writeTableByToChars);
+BENCHMARK(writeTableByToChars)->Name("write a table/to_chars");
 
 void writeTableByStream(benchmark::State& state)
 {
@@ -115,7 +115,7 @@ void writeTableByStream(benchmark::State& state)
     }
     setValues(state);
 }
-BENCHMARK(writeTableByStream);
+BENCHMARK(writeTableByStream)->Name("write a table/stream");
 
 void readTable(benchmark::State& state)
 {
@@ -128,7 +128,7 @@ void readTable(benchmark::State& state)
     }
     setValues(state);
 }
-BENCHMARK(readTable);
+BENCHMARK(readTable)->Name("read a table/zet");
 
 /// The same characters, narrowed word by word: without comments, literals and delimiters.
 void readTableByFromChars(benchmark::State& state)
@@ -154,7 +154,7 @@ void readTableByFromChars(benchmark::State& state)
     }
     setValues(state);
 }
-BENCHMARK(readTableByFromChars);
+BENCHMARK(readTableByFromChars)->Name("read a table/from_chars");
 
 void readTableByStream(benchmark::State& state)
 {
@@ -172,6 +172,6 @@ void readTableByStream(benchmark::State& state)
     }
     setValues(state);
 }
-BENCHMARK(readTableByStream);
+BENCHMARK(readTableByStream)->Name("read a table/stream");
 
 }  // namespace

@@ -45,7 +45,7 @@ void takeTokens(benchmark::State& state)
     }
     setTokens(state, tokens);
 }
-BENCHMARK(takeTokens);
+BENCHMARK(takeTokens)->Name("take tokens/zet");
 
 void takeTokensWithBlockComments(benchmark::State& state)
 {
@@ -62,7 +62,7 @@ void takeTokensWithBlockComments(benchmark::State& state)
     }
     setTokens(state, tokens);
 }
-BENCHMARK(takeTokensWithBlockComments);
+BENCHMARK(takeTokensWithBlockComments)->Name("take tokens, block comments/zet");
 
 /// The words alone, with what a stream buffer costs and nothing else.
 void takeWordsByHand(benchmark::State& state)
@@ -89,7 +89,7 @@ void takeWordsByHand(benchmark::State& state)
     }
     setTokens(state, tokens);
 }
-BENCHMARK(takeWordsByHand);
+BENCHMARK(takeWordsByHand)->Name("take tokens/hand");
 
 /// The words by the stream's own reader.
 void takeWordsByStream(benchmark::State& state)
@@ -106,6 +106,6 @@ void takeWordsByStream(benchmark::State& state)
     }
     setTokens(state, tokens);
 }
-BENCHMARK(takeWordsByStream);
+BENCHMARK(takeWordsByStream)->Name("take tokens/stream");
 
 }  // namespace

@@ -24,7 +24,7 @@ void parseKnownUnits(benchmark::State& state)
         benchmark::DoNotOptimize(units.fromString(text));
     }
 }
-BENCHMARK(parseKnownUnits);
+BENCHMARK(parseKnownUnits)->Name("parse known units/zet");
 
 /// Every text is new to the process; the units that it stands for are not.
 void parseNewUnits(benchmark::State& state)
@@ -37,7 +37,7 @@ void parseNewUnits(benchmark::State& state)
         benchmark::DoNotOptimize(units.fromString(text));
     }
 }
-BENCHMARK(parseNewUnits)->Iterations(100000);
+BENCHMARK(parseNewUnits)->Name("parse new units/zet")->Iterations(100000);
 
 void printUnits(benchmark::State& state)
 {
@@ -46,7 +46,7 @@ void printUnits(benchmark::State& state)
         benchmark::DoNotOptimize(zet::ZetString(units));
     }
 }
-BENCHMARK(printUnits);
+BENCHMARK(printUnits)->Name("print units/zet");
 
 void compareUnits(benchmark::State& state)
 {
@@ -58,7 +58,7 @@ void compareUnits(benchmark::State& state)
         benchmark::DoNotOptimize(a == b);
     }
 }
-BENCHMARK(compareUnits);
+BENCHMARK(compareUnits)->Name("compare units/zet");
 
 void multiplyUnits(benchmark::State& state)
 {
@@ -69,7 +69,7 @@ void multiplyUnits(benchmark::State& state)
         benchmark::DoNotOptimize(zet::ZetUnits::multFactor(a, b, &product));
     }
 }
-BENCHMARK(multiplyUnits);
+BENCHMARK(multiplyUnits)->Name("multiply units/zet");
 
 void addPlainDoubles(benchmark::State& state)
 {
@@ -80,7 +80,7 @@ void addPlainDoubles(benchmark::State& state)
         benchmark::DoNotOptimize(a += b);
     }
 }
-BENCHMARK(addPlainDoubles);
+BENCHMARK(addPlainDoubles)->Name("add scalars, same units/double");
 
 void addScalars(benchmark::State& state, const wchar_t* own, const wchar_t* other)
 {
@@ -90,8 +90,8 @@ void addScalars(benchmark::State& state, const wchar_t* own, const wchar_t* othe
         benchmark::DoNotOptimize(a += b);
     }
 }
-BENCHMARK_CAPTURE(addScalars, same_units, L"m", L"m");
-BENCHMARK_CAPTURE(addScalars, other_units, L"m", L"km");
+BENCHMARK_CAPTURE(addScalars, same_units, L"m", L"m")->Name("add scalars, same units/zet");
+BENCHMARK_CAPTURE(addScalars, other_units, L"m", L"km")->Name("add scalars, other units/zet");
 
 void multiplyScalars(benchmark::State& state, const wchar_t* own, const wchar_t* other)
 {
@@ -101,8 +101,8 @@ void multiplyScalars(benchmark::State& state, const wchar_t* own, const wchar_t*
         benchmark::DoNotOptimize(a * b);
     }
 }
-BENCHMARK_CAPTURE(multiplyScalars, no_units, L"", L"");
-BENCHMARK_CAPTURE(multiplyScalars, units, L"m", L"s");
+BENCHMARK_CAPTURE(multiplyScalars, no_units, L"", L"")->Name("multiply scalars, no units/zet");
+BENCHMARK_CAPTURE(multiplyScalars, units, L"m", L"s")->Name("multiply scalars, units/zet");
 
 void convertScalar(benchmark::State& state)
 {
@@ -112,6 +112,6 @@ void convertScalar(benchmark::State& state)
         benchmark::DoNotOptimize(speed.convertUnits(target));
     }
 }
-BENCHMARK(convertScalar);
+BENCHMARK(convertScalar)->Name("convert a scalar/zet");
 
 }  // namespace

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <benchmark/benchmark.h>
@@ -35,60 +35,50 @@ public:
 
     void Finalize() override
     {
-        std::printf("%-34s %10s", "", "zet");
-        for (const std::string& who : m_others) {
-            std::printf(" %20s", who.c_str());
-        }
-        std::printf("\n");
-        for (const std::string& row : m_rows) {
+        for (const auto& row : m_rows) {
             print(row);
         }
     }
 
 private:
+    using Times = std::vector<std::pair<std::string, double>>;
+
     void add(const Run& run)
     {
         const std::string& name = run.run_name.function_name;
         const std::size_t slash = name.rfind('/');
-        const std::string row = name.substr(0, slash);
-        const std::string who = name.substr(slash + 1);
-        if (std::find(m_rows.begin(), m_rows.end(), row) == m_rows.end()) {
-            m_rows.push_back(row);
-        }
-        if (who != "zet" && std::find(m_others.begin(), m_others.end(), who) == m_others.end()) {
-            m_others.push_back(who);
-        }
         const double time = run.real_accumulated_time / static_cast<double>(run.iterations) * 1e6;
-        const auto [place, isNew] = m_times[row].insert({who, time});
-        place->second = isNew ? time : std::min(place->second, time);
+        double& least = valueOf(valueOf(m_rows, name.substr(0, slash), Times()), name.substr(slash + 1), time);
+        least = std::min(least, time);
     }
 
-    void print(const std::string& row)
+    /// The value of a key, which is added at the end when it is new.
+    template <class T>
+    static T& valueOf(std::vector<std::pair<std::string, T>>& values, const std::string& key, const T& start)
     {
-        const std::map<std::string, double>& times = m_times[row];
-        const auto ours = times.find("zet");
-        std::printf("%-34s", row.c_str());
-        if (ours == times.end()) {
-            std::printf(" %10s", "");
-        } else {
-            std::printf(" %10.2f", ours->second);
-        }
-        for (const std::string& who : m_others) {
-            const auto theirs = times.find(who);
-            if (theirs == times.end()) {
-                std::printf(" %20s", "");
-            } else if (ours == times.end()) {
-                std::printf(" %20.2f", theirs->second);
-            } else {
-                std::printf(" %12.2f (%5.2f)", theirs->second, ours->second / theirs->second);
+        const auto place =
+            std::find_if(values.begin(), values.end(), [&](const auto& pair) { return pair.first == key; });
+        return place == values.end() ? values.emplace_back(key, start).second : place->second;
+    }
+
+    /// Our time first, then each of theirs with what ours is to it.
+    static void print(const std::pair<std::string, Times>& row)
+    {
+        std::printf("%-34s", row.first.c_str());
+        Times times = row.second;
+        const auto ours =
+            std::find_if(times.begin(), times.end(), [](const auto& pair) { return pair.first == "zet"; });
+        std::rotate(times.begin(), ours, times.end());
+        for (const auto& [who, time] : times) {
+            std::printf("  %s %.2f", who.c_str(), time);
+            if (ours != times.end() && who != "zet") {
+                std::printf(" (%.2f)", times.front().second / time);
             }
         }
         std::printf("\n");
     }
 
-    std::vector<std::string> m_rows;
-    std::vector<std::string> m_others;
-    std::map<std::string, std::map<std::string, double>> m_times;
+    std::vector<std::pair<std::string, Times>> m_rows;
 };
 
 }  // namespace
