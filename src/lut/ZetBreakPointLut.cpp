@@ -1,6 +1,8 @@
 #include <zet/ZetBreakPointLut>
 
 #include <algorithm>
+#include <cmath>
+#include <iterator>
 #include <type_traits>
 
 #include <zet/ZetCoreFunctions>
@@ -29,6 +31,16 @@ template <class... Parts>
 void post(int line, const Parts&... parts)
 {
     internal::postError(L"ZetBreakPointLut", line, parts...);
+}
+
+/// The order of the points of one band. Sorting needs one of all points, so a NaN stands behind the other
+/// outputs of its input.
+bool isBefore(const ZetBreakPoint& a, const ZetBreakPoint& b)
+{
+    if (a.in() == b.in() && std::isnan(b.out())) {
+        return !std::isnan(a.out());
+    }
+    return a < b;
 }
 
 /// A value as an entry stores it. Whole numbers are cut through 64 bits.
@@ -77,7 +89,7 @@ void ZetBreakPointLut::get(std::vector<ZetBreakPoint>& result, unsigned int band
     }
     std::copy_if(m_points.begin(), m_points.end(), std::back_inserter(result),
                  [band](const ZetBreakPoint& point) { return point.band() == band; });
-    std::sort(result.begin(), result.end());
+    std::sort(result.begin(), result.end(), isBefore);
 }
 
 void ZetBreakPointLut::add(const ZetBreakPoint& point)

@@ -83,6 +83,8 @@ void ZetHistogram::initialize(ZetBufferPtr frequencies, int firstBin, int lastBi
         postTooSmall(bytes, bins, __LINE__);
         return;
     }
+    m_cumulative = ZetBufferPtr();
+    m_shares = nullptr;
     frequencies->setDataType(ZetDataType(ZetDataType::U64));
     m_frequencies = frequencies;
     m_counts = static_cast<const unsigned char*>(m_frequencies->data());

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "support/ZetCollectingHandler"
+#include "support/ZetNoMemory"
 #include "support/ZetScopedLocale"
 
 namespace zet {
@@ -271,6 +272,50 @@ TEST(ZetBreakPointLut, failures)
         EXPECT_EQ(test::thrownBy([&] { lut.lut(row.input); }).text(), row.texts[0]);
         EXPECT_EQ(lut.breakPoints(), row.points);
     }
+}
+
+TEST(ZetBreakPointLut, memoryThatCannotBeHad)
+{
+    ZetBreakPointLut lut = lutOf(Type::U16, {{0, 0, 0}, {255, 255, 0}});
+    ZetLutDescPtr table = new ZetLutDesc;
+    std::vector<ZetTextMsg> posted;
+    {
+        const test::ZetNoMemory none;
+        EXPECT_EQ(test::thrownBy([&] { lut.lut(Type::U8); }).text(), L"Cannot allocate '512' bytes for buffer.");
+        posted = test::postedBy([&] { table = lut.lut(Type::U8); });
+    }
+    EXPECT_FALSE(table.booleanTest());
+    ASSERT_EQ(posted.size(), 2u);
+    EXPECT_EQ(posted[0].text(), L"Cannot allocate '512' bytes for buffer.");
+    EXPECT_EQ(posted[1].text(), L"Could not allocate 512 for LUT data.");
+    EXPECT_EQ(posted[1].file(), L"ZetBreakPointLut");
+    EXPECT_TRUE(lut.lut(Type::U8).booleanTest());
+}
+
+// Outputs that are no numbers pass the ranges, and have a place in the order.
+TEST(ZetBreakPointLut, outputsThatAreNoNumbers)
+{
+    const double nan = std::nan("");
+    Points points;
+    for (int i = 0; i < 200; ++i) {
+        points.push_back({i % 2, i % 3 == 0 ? nan : static_cast<double>(i % 7), 0});
+    }
+    ZetBreakPointLut lut = lutOf(Type::Double, points);
+    Points sorted;
+    lut.get(sorted, 0);
+    ASSERT_EQ(sorted.size(), points.size());
+    for (std::size_t i = 1; i < sorted.size(); ++i) {
+        const ZetBreakPoint& a = sorted[i - 1];
+        const ZetBreakPoint& b = sorted[i];
+        EXPECT_TRUE(a.in() < b.in() || a.out() <= b.out() || std::isnan(b.out())) << i;
+    }
+    const std::vector<double> entries = entriesOf<double>(lut.lut(ZetDataType(Type::U8, 2)));
+    ASSERT_EQ(entries.size(), 4u);
+    EXPECT_TRUE(std::isnan(entries[0]));
+    EXPECT_TRUE(std::isnan(entries[3]));
+    // cut through 64 bits, a NaN is the lowest number, whose low bytes are 0
+    lut.setOutputDataType(Type::U8);
+    EXPECT_EQ(entriesOf<unsigned char>(lut.lut(ZetDataType(Type::U8, 2)))[3], 0);
 }
 
 TEST(ZetBreakPointLut, keepsItsTable)

@@ -16,6 +16,7 @@
 #include <zet/ZetVariant>
 
 #include "support/ZetCollectingHandler"
+#include "support/ZetNoMemory"
 
 namespace zet {
 namespace {
@@ -332,6 +333,33 @@ TEST(ZetHistogram, withoutSamples)
     h.initialize(ZetBufferPtr(), 1, 2);
     EXPECT_EQ(h.frequencies(), buffer);
     EXPECT_EQ(h.firstBin(), 5);
+}
+
+TEST(ZetHistogram, initializeLetsTheCumulativeTableGo)
+{
+    ZetHistogram h;
+    h.initialize(bufferOf({0, 0}), 0, 1);
+    h.computeCummulativeHistogram();
+    EXPECT_EQ(h.cumulativeHistogram()[1], 0.0);
+    // although there was nothing to clear
+    h.initialize(bufferOf({1, 0, 3}), 0, 2);
+    EXPECT_EQ(h.cumulativeHistogram()[1], 0.25);
+    EXPECT_EQ(h.cumulativeHistogram()[2], 1.0);
+}
+
+TEST(ZetHistogram, cumulativeTableWithoutMemory)
+{
+    const ZetHistogram h = histogramOf({1, 3});
+    const double* shares = nullptr;
+    std::vector<ZetTextMsg> posted;
+    {
+        const test::ZetNoMemory none;
+        EXPECT_EQ(test::thrownBy([&] { h.cumulativeHistogram(); }).text(), L"Cannot allocate '16' bytes for buffer.");
+        posted = test::postedBy([&] { shares = h.cumulativeHistogram(); });
+    }
+    EXPECT_EQ(posted.size(), 1u);
+    EXPECT_EQ(shares, nullptr);
+    EXPECT_EQ(h.cumulativeHistogram()[0], 0.25);
 }
 
 TEST(ZetHistogram, clearAndInitializeWithNothing)

@@ -12,9 +12,9 @@
 
 #include <zet/ZetBreakPointLut>
 
-#include "image/ZetBlockMemory"
 #include "lut/ZetNumberText"
 #include "support/ZetCollectingHandler"
+#include "support/ZetNoMemory"
 #include "support/ZetScopedLocale"
 
 namespace zet {
@@ -23,6 +23,7 @@ namespace {
 using test::postedBy;
 using test::thrownBy;
 using test::ZetCollectingHandler;
+using test::ZetNoMemory;
 using test::ZetScopedLocale;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -533,26 +534,10 @@ TEST(ZetLutIO, streamThatFailed)
                                                       L"Unable to find the begin-of-header token '{'."}));
 }
 
-/// While it lives, no memory for tables is to be had.
-class NoMemory
-{
-public:
-    NoMemory() : m_before(internal::acquireBlock)
-    {
-        internal::acquireBlock = [](std::size_t) -> void* { return nullptr; };
-    }
-    NoMemory(const NoMemory&) = delete;
-    NoMemory& operator=(const NoMemory&) = delete;
-    ~NoMemory() { internal::acquireBlock = m_before; }
-
-private:
-    void* (*m_before)(std::size_t);
-};
-
 TEST(ZetLutIO, memoryThatCannotBeHad)
 {
     const ZetScopedLocale plain("C");
-    const NoMemory none;
+    const ZetNoMemory none;
     const ZetString one = L"{type=l channels=2 length=3 3 dataType=U16} 1 2 3 $ 4 5 6 $";
     EXPECT_EQ(thrownBy([&] { readFrom(one); }).text(), L"Cannot allocate '12' bytes for buffer.");
     const ZetString two = L"{type=l channels=1 length=2 dataType=Double} 1 2 $";
