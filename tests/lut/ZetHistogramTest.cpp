@@ -315,6 +315,8 @@ TEST(ZetHistogram, withoutSamples)
     EXPECT_EQ(h.count(), 0u);
     EXPECT_EQ(h.firstUsedIndex(), 3);
     EXPECT_EQ(h.lastUsedIndex(), 0);
+    EXPECT_EQ(h.modeIndex(), 0);
+    EXPECT_EQ(h.modePercent(), 0.0);
     EXPECT_EQ(h.min(), 8.0);
     EXPECT_EQ(h.max(), 5.0);
     EXPECT_EQ(h.mean(), 0.0);
