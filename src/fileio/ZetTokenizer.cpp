@@ -68,7 +68,7 @@ bool ZetTokenizer::nextToken(ZetString& token, TokenType& type)
 bool ZetTokenizer::nextToken(ZetString& token)
 {
     TokenType type = Word;
-    return nextToken(token, type);
+    return m_p->nextToken(token, type);
 }
 
 bool ZetTokenizer::nextData(ZetString& data, wchar_t stop)

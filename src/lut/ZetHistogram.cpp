@@ -21,6 +21,14 @@ unsigned long bytesIn(const ZetBuffer& buffer)
     return buffer.data() ? buffer.size() : 0;
 }
 
+/// The samples in one bin. The memory may be a caller's, aligned anyhow.
+std::uint64_t countIn(const unsigned char* counts, long index)
+{
+    std::uint64_t samples = 0;
+    std::memcpy(&samples, counts + static_cast<unsigned long>(index) * kBytesPerCount, kBytesPerCount);
+    return samples;
+}
+
 void postTooSmall(unsigned long bytes, unsigned long bins, int line)
 {
     postMessage(ZetTextMsg(L"Histogram buffer of " + std::to_wstring(bytes) + L" bytes is too small for " +
@@ -98,29 +106,33 @@ int ZetHistogram::computeStatistics()
     ZetStatistics::clear();
     const long bins = numBins();
     long first = 0;
-    while (first < bins && countAt(first) == 0) {
+    while (first < bins && countIn(m_counts, first) == 0) {
         ++first;
     }
-    m_firstUsed = first;
-    m_lastUsed = 0;
-    m_modeIndex = first < bins ? first : 0;
+    // An empty bin adds zeros, which change no sum: that is quicker than to look for it.
+    double sum = 0.0;
+    double sumOfSquares = 0.0;
+    std::uint64_t count = 0;
     std::uint64_t fullest = 0;
+    long last = 0;
+    long mode = first < bins ? first : 0;
     double value = static_cast<double>(m_firstBin + first);
     for (long i = first; i < bins; ++i, value += 1.0) {
-        const std::uint64_t samples = countAt(i);
-        if (samples == 0) {
-            continue;
-        }
-        const double weight = static_cast<double>(samples);
-        m_lastUsed = i;
-        m_sum += weight * value;
-        m_sumOfSquares += value * (weight * value);
-        m_count += samples;
-        if (samples > fullest) {
-            fullest = samples;
-            m_modeIndex = i;
-        }
+        const std::uint64_t samples = countIn(m_counts, i);
+        const double weighted = static_cast<double>(samples) * value;
+        sum += weighted;
+        sumOfSquares += value * weighted;
+        count += samples;
+        last = samples != 0 ? i : last;
+        mode = samples > fullest ? i : mode;
+        fullest = std::max(fullest, samples);
     }
+    m_firstUsed = first;
+    m_lastUsed = last;
+    m_modeIndex = mode;
+    m_count = count;
+    m_sum = sum;
+    m_sumOfSquares = sumOfSquares;
     m_min = static_cast<double>(m_firstBin + m_firstUsed);
     m_max = static_cast<double>(m_firstBin + m_lastUsed);
     m_modePercent = 0.0;
@@ -143,8 +155,9 @@ double ZetHistogram::median() const
     const std::uint64_t half = m_count / 2;
     std::uint64_t running = 0;
     m_median = 0.0;
-    for (long i = m_firstUsed; i <= m_lastUsed && i < numBins(); ++i) {
-        running += countAt(i);
+    const long bins = numBins();
+    for (long i = m_firstUsed; i <= m_lastUsed && i < bins; ++i) {
+        running += countIn(m_counts, i);
         if (running >= half) {
             m_median = running > half ? static_cast<double>(i) : medianAt(i);
             break;
@@ -158,7 +171,7 @@ double ZetHistogram::medianAt(long index) const
 {
     if (m_count % 2 == 0) {
         for (long next = index + 1; next <= m_lastUsed; ++next) {
-            if (countAt(next) != 0) {
+            if (countIn(m_counts, next) != 0) {
                 return static_cast<double>(index + next) * 0.5;
             }
         }
@@ -175,13 +188,13 @@ int ZetHistogram::percentile(double p, bool skipFirst) const
     std::uint64_t samples = m_count;
     long i = m_firstUsed;
     if (skipFirst) {
-        samples -= countAt(i);
+        samples -= countIn(m_counts, i);
         ++i;
     }
     const double weight = 1.0 / static_cast<double>(samples);
     double reached = 0.0;
     for (; i < m_lastUsed; ++i) {
-        reached += static_cast<double>(countAt(i)) * weight;
+        reached += static_cast<double>(countIn(m_counts, i)) * weight;
         if (!(reached < share)) {
             break;
         }
@@ -198,7 +211,7 @@ double ZetHistogram::entropy() const
     const double weight = 1.0 / static_cast<double>(m_count);
     double entropy = 0.0;
     for (long i = m_lastUsed; i >= m_firstUsed; --i) {
-        const std::uint64_t samples = countAt(i);
+        const std::uint64_t samples = countIn(m_counts, i);
         if (samples != 0) {
             const double share = static_cast<double>(samples) * weight;
             entropy -= share * (std::log(share) * bitsPerNat);
@@ -234,7 +247,7 @@ void ZetHistogram::computeCummulativeHistogram() const
         if (i < m_firstUsed) {
             m_shares[i] = 0.0;
         } else if (i <= m_lastUsed) {
-            running += countAt(i);
+            running += countIn(m_counts, i);
             m_shares[i] = static_cast<double>(running) * weight;
         } else {
             m_shares[i] = 1.0;
@@ -261,14 +274,6 @@ void ZetHistogram::reset()
 long ZetHistogram::numBins() const
 {
     return m_counts ? long{m_lastBin} - m_firstBin + 1 : 0;
-}
-
-/// The samples in one bin. The memory may be a caller's, aligned anyhow.
-std::uint64_t ZetHistogram::countAt(long index) const
-{
-    std::uint64_t samples = 0;
-    std::memcpy(&samples, m_counts + static_cast<unsigned long>(index) * kBytesPerCount, kBytesPerCount);
-    return samples;
 }
 
 }  // namespace zet
