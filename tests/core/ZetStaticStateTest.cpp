@@ -38,7 +38,9 @@ struct Early
         firstCustomKind = ZetMetaType(ZetMetaType::FirstCustom).type();
         lastErrorBeforeAny = std::make_unique<ZetTextMsg>(lastError());
 
-        parallelLoops = useParallelLoops();
+        parallelSetFirst = enableParallelLoops(false);
+        parallelThen = useParallelLoops();
+        enableParallelLoops(true);
         timingAtFirst = isTimingLoops();
         timingSetFirst = enableLoopTiming(true);
         timingSetThen = enableLoopTiming(false);
@@ -67,7 +69,8 @@ struct Early
     unsigned long firstIdAgain = 0;
     ZetMetaType::Type firstCustomKind = ZetMetaType::Bool;
     std::unique_ptr<ZetTextMsg> lastErrorBeforeAny;
-    bool parallelLoops = false;
+    bool parallelSetFirst = false;
+    bool parallelThen = true;
     bool timingAtFirst = true;
     bool timingSetFirst = true;
     bool timingSetThen = false;
@@ -109,7 +112,8 @@ TEST(ZetStaticState, lastErrorBeforeAnyErrorIsEmpty)
 
 TEST(ZetStaticState, switchesOfTheLoops)
 {
-    EXPECT_TRUE(s_early.parallelLoops);
+    EXPECT_TRUE(s_early.parallelSetFirst);
+    EXPECT_FALSE(s_early.parallelThen);
     EXPECT_FALSE(s_early.timingAtFirst);
     EXPECT_FALSE(s_early.timingSetFirst);
     EXPECT_TRUE(s_early.timingSetThen);
