@@ -143,6 +143,18 @@ TEST_P(ZetEqnTileArithmetic, tileWithTile)
     }
 }
 
+TEST_P(ZetEqnTileArithmetic, everySizeUpToSeveralVectors)
+{
+    for (unsigned long size = 1; size <= 140; ++size) {
+        SCOPED_TRACE(size);
+        const ZetTilePixels bytes(ZetDataType::U8, valuesOf(ZetDataType::U8, size), 1, size % 5);
+        const ZetTilePixels doubles(ZetDataType::Double, valuesOf(ZetDataType::Double, size, size), 1, size % 9);
+        const ZetTilePixels pairs(ZetDataType::ComplexDouble, valuesOf(ZetDataType::ComplexDouble, size, size));
+        expectTile(bytes.tile * doubles.tile, ZetDataType::Double, expected('*', bytes.tile, doubles.tile, false));
+        expectTile(pairs.tile / bytes.tile, ZetDataType::ComplexDouble, expected('/', pairs.tile, bytes.tile, true));
+    }
+}
+
 TEST_P(ZetEqnTileArithmetic, tileWithNumber)
 {
     for (const ZetDataType::Type type : kAll) {

@@ -84,6 +84,17 @@ TEST_P(ZetEqnTileReductions, everyTypeIncrementAndSize)
     }
 }
 
+TEST_P(ZetEqnTileReductions, everySizeUpToSeveralVectors)
+{
+    for (const ZetDataType::Type type : kReal) {
+        for (unsigned long size = 1; size <= 270; ++size) {
+            SCOPED_TRACE(testing::Message() << "type " << type << " size " << size);
+            const ZetTilePixels pixels(type, valuesOf(type, size, 7 * size), 1, size % 9);
+            expectReduced(pixels.tile, reduced(pixels.tile));
+        }
+    }
+}
+
 TEST_P(ZetEqnTileReductions, randomElements)
 {
     std::mt19937_64 random(20240229);

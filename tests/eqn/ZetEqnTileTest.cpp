@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 #include <sstream>
+#include <thread>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -18,6 +19,7 @@ namespace zet {
 namespace {
 
 using internal::ZetTileLoan;
+using test::elementAt;
 using test::expectEmpty;
 using test::expectTile;
 using test::kInf;
@@ -25,6 +27,15 @@ using test::kNan;
 using test::ownTile;
 using test::Values;
 using test::ZetTilePixels;
+
+Values valuesIn(const ZetEqnTile& tile)
+{
+    Values values;
+    for (unsigned long i = 0; i < tile.size(); ++i) {
+        values.push_back(elementAt(tile, i));
+    }
+    return values;
+}
 
 TEST(ZetEqnTile, defaultTile)
 {
@@ -47,6 +58,66 @@ TEST(ZetEqnTile, aroundExistingPixels)
     const ZetEqnTile none(ZetBufferPtr(), ZetDataType::I16, 2);
     EXPECT_EQ(none.size(), 0u);
     EXPECT_EQ(none.dataType(), ZetDataType(ZetDataType::I16));
+}
+
+TEST(ZetEqnTile, anIncrementMayRunBackwards)
+{
+    for (const unsigned long size : {1UL, 2UL, 511UL, 512UL, 513UL, 1025UL}) {
+        const Values values = test::valuesOf(ZetDataType::Float, size);
+        const Values turned(values.rbegin(), values.rend());
+        const ZetEqnTile forth = ownTile(ZetDataType::Float, values);
+        const ZetBufferPtr last(new ZetBuffer(sizeof(float), forth.elements<float>() + (size - 1), false));
+        const ZetEqnTile back(last, ZetDataType::Float, size, -1);
+        const ZetEqnTile expected = ownTile(ZetDataType::Float, turned);
+        SCOPED_TRACE(size);
+        expectTile(back.abs(), ZetDataType::Double, valuesIn(expected.abs()));
+        expectTile(back + forth, ZetDataType::Double, valuesIn(expected + forth));
+        expectTile(back.max(forth), ZetDataType::Double, valuesIn(expected.max(forth)));
+        expectTile(ZetEqnTile::cmplx(back, 1.0), ZetDataType::ComplexDouble,
+                   valuesIn(ZetEqnTile::cmplx(expected, 1.0)));
+        expectTile(back.roundclip(ZetDataType::I16, -5.0, 5.0), ZetDataType::I16,
+                   valuesIn(expected.roundclip(ZetDataType::I16, -5.0, 5.0)));
+        EXPECT_TRUE(test::isSame(back.sum(), expected.sum()));
+        EXPECT_TRUE(test::isSame(back.max(), expected.max()));
+        EXPECT_TRUE(test::isSame(back.median(), expected.median()));
+    }
+}
+
+TEST(ZetEqnTile, oneElementHasNoNeighbourWhateverTheIncrement)
+{
+    const ZetDataType::Type types[] = {ZetDataType::U8, ZetDataType::Double, ZetDataType::ComplexFloat,
+                                       ZetDataType::ComplexDouble};
+    for (const ZetDataType::Type type : types) {
+        for (const long increment : {std::numeric_limits<long>::max(), std::numeric_limits<long>::min()}) {
+            const ZetEqnTile own = ownTile(type, {5.0});
+            const ZetEqnTile tile(own.buffer(), type, 1, increment);
+            const bool isReal = !own.dataType().isComplex();
+            SCOPED_TRACE(testing::Message() << "type " << type << " increment " << increment);
+            expectTile(tile + tile, isReal ? ZetDataType::Double : ZetDataType::ComplexDouble, {10.0});
+            expectTile(tile.max(tile), ZetDataType::Double, {5.0});
+            expectTile(ZetEqnTile::cmplx(tile, tile), ZetDataType::ComplexDouble, {{5.0, 5.0}});
+            EXPECT_EQ(tile.sum(), isReal ? 5.0 : 0.0);
+            EXPECT_EQ(tile.median(), isReal ? 5.0 : 0.0);
+            if (isReal) {
+                expectTile(tile.roundclip(ZetDataType::U8, 0.0, 4.0), ZetDataType::U8, {4.0});
+            }
+            EXPECT_FALSE(tile == ownTile(type, {6.0}));
+        }
+    }
+}
+
+TEST(ZetEqnTile, aBufferWithoutABlockHasNoElements)
+{
+    const ZetEqnTile tile(new ZetBuffer(80, false), ZetDataType::Double, 10);
+    expectTile(tile + tile, ZetDataType::Double, {});
+    expectTile(tile * std::complex<double>(1.0, 1.0), ZetDataType::ComplexDouble, {});
+    expectTile(tile.sin(), ZetDataType::Double, {});
+    EXPECT_EQ(tile.sum(), 0.0);
+    EXPECT_EQ(tile.median(), 0.0);
+    EXPECT_EQ(tile.clone().size(), 10u);
+    EXPECT_EQ(tile.roundclip(ZetDataType::U8, 0.0, 1.0).size(), 10u);
+    EXPECT_TRUE(tile == ZetEqnTile(new ZetBuffer(80, false), ZetDataType::U8, 1));
+    EXPECT_FALSE(tile == ZetEqnTile(new ZetBuffer(81, false), ZetDataType::Double, 10));
 }
 
 TEST(ZetEqnTile, initialize)
@@ -122,6 +193,7 @@ TEST(ZetEqnTile, operationsWithoutMemoryGiveEmptyTiles)
 {
     const ZetEqnTile tile = ownTile(ZetDataType::U8, {1.0, 2.0});
     const ZetEqnTile complex = ownTile(ZetDataType::ComplexDouble, {1.0, 2.0});
+    ZetEqnTile lender = ownTile(ZetDataType::Double, {1.0, 2.0});
     void* (*const before)(std::size_t) = std::exchange(internal::acquireBlock, &noBlock);
     {
         const test::ZetCollectingHandler posted;
@@ -136,6 +208,14 @@ TEST(ZetEqnTile, operationsWithoutMemoryGiveEmptyTiles)
         expectEmpty(tile.roundclip(ZetDataType::I16, 0, 1));
         expectEmpty(tile.clone());
         EXPECT_EQ(posted.messages().size(), 10u);
+    }
+    {
+        // a lent block takes no memory, and is not lost where it does not serve
+        const test::ZetCollectingHandler posted;
+        expectEmpty(std::move(lender) + std::complex<double>(0.0, 1.0));
+        EXPECT_EQ(posted.texts(), std::vector<ZetString>{L"Cannot allocate '32' bytes for buffer."});
+        expectTile(std::move(lender) + 1.0, ZetDataType::Double, {2.0, 3.0});
+        EXPECT_EQ(posted.messages().size(), 1u);
     }
     EXPECT_EQ(test::thrownBy([&] { tile + tile; }).text(), L"Cannot allocate '16' bytes for buffer.");
     internal::acquireBlock = before;
@@ -347,6 +427,29 @@ TEST(ZetEqnTile, temporariesLendTheirBlock)
     expectTile(b, ZetDataType::Double, {10.0, 20.0});
     expectTile((a + b) * (b + a) - (b / a) + std::complex<double>(0.0, 1.0), ZetDataType::ComplexDouble,
                {{111.0, 1.0}, {474.0, 1.0}});
+
+    // a note on the buffer is not lent with it
+    ZetEqnTile noted = a + b;
+    noted.buffer()->setDataType(ZetDataType::Double);
+    EXPECT_EQ((std::move(noted) + 1.0).buffer()->dataType(), ZetDataType());
+}
+
+TEST(ZetEqnTile, copiesAreReadFromSeveralThreads)
+{
+    const Values values = test::valuesOf(ZetDataType::Double, 2000);
+    const ZetEqnTile tile = ownTile(ZetDataType::Double, values);
+    const Values expected = valuesIn((tile * 2.0 - tile).clip(-5.0, 5.0));
+    const auto read = [&] {
+        for (int round = 0; round < 50; ++round) {
+            ZetEqnTile copy(tile);
+            expectTile((std::move(copy) * 2.0 - tile).clip(-5.0, 5.0), ZetDataType::Double, expected);
+        }
+    };
+    std::thread first(read);
+    std::thread second(read);
+    first.join();
+    second.join();
+    expectTile(tile, ZetDataType::Double, values);
 }
 
 TEST(ZetEqnTile, aLoanServesEveryOperation)

@@ -172,6 +172,18 @@ TEST_P(ZetRoundClip, examples)
                {kNan});
 }
 
+TEST_P(ZetRoundClip, nanIsCut)
+{
+    const double cuts[] = {0.0, 0.0, 0.0, 0.0, -2147483648.0, 0.0, kNan, kNan};
+    for (std::size_t i = 0; i < std::size(kReal); ++i) {
+        for (const ZetDataType::Type in : {ZetDataType::Float, ZetDataType::Double}) {
+            const ZetEqnTile tile = ownTile(in, Values(70, kNan));
+            expectTile(tile.roundclip(kReal[i], 1.0, 100.0), kReal[i], Values(70, cuts[i]));
+            expectTile(tile.roundclip(kReal[i], -kInf, kInf), kReal[i], Values(70, cuts[i]));
+        }
+    }
+}
+
 TEST_P(ZetRoundClip, keepsTheDepthOfTheType)
 {
     const ZetDataType type(ZetDataType::U16, 12);
