@@ -239,7 +239,7 @@ zet::ZetMetaPropertiesPtr OptionsMetaObj::staticProperties()
                    L"compute the whole image at once, for equations that reduce a band to a number, such as a-mean(a)"),
         ZET_OPTION(quiet, L'q', 0, L"no progress"),
     };
-    const zet::ZetMetaPropertiesPtr properties = fill(L"Options", rows);
+    zet::ZetMetaPropertiesPtr properties = fill(L"Options", rows);
     const auto judge = [&](const wchar_t* name, ZetValidator* validator) {
         properties->property(name, false)->setValidator(validator);
     };

@@ -66,7 +66,7 @@ public:
                        L"the equation, such as \"v*t\"; one that begins with a minus sign takes a blank in front"),
             ZET_OPTION(assignments, 0, 0, L"NAME=VALUE, the value of a variable of the equation, such as \"v=3 m/s\""),
         };
-        const zet::ZetMetaPropertiesPtr properties = fill(L"Options", rows);
+        zet::ZetMetaPropertiesPtr properties = fill(L"Options", rows);
         properties->property(L"assignments", false)->setValidator(new tools::TextValidator([](const ZetString& text) {
             readAssignment(text);
         }));

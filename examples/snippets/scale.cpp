@@ -36,7 +36,7 @@ public:
             ZET_OPTION(factor, L'f', 0, L"what to multiply them by; default 2"),
             ZET_OPTION(round, L'r', 0, L"round the products to whole numbers"),
         };
-        const zet::ZetMetaPropertiesPtr properties = fill(L"Options", rows);
+        zet::ZetMetaPropertiesPtr properties = fill(L"Options", rows);
         properties->property(L"factor", false)->setValidator(new zet::ZetNumValidator<double>(5, 0, 100));
         return properties;
     }

@@ -164,6 +164,7 @@ void CommandLine::addArguments(const zet::ZetStrList& names, const Layout& layou
 {
     for (const std::vector<ZetString>& group : layout.groups) {
         std::vector<ZetClArgPtr> members;
+        members.reserve(group.size());
         for (const ZetString& name : group) {
             members.push_back(m_args.at(name));
         }

@@ -1,5 +1,6 @@
 #include <zet/ZetClParser>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include <zet/ZetClExitException>
@@ -110,6 +111,7 @@ void ZetClParser::xorAdd(const std::vector<ZetClArgPtr>& group)
 ZetTextMsg ZetClParser::parse(int argc, const char* const* argv)
 {
     std::vector<ZetString> args;
+    args.reserve(static_cast<std::size_t>(std::max(argc, 0)));
     for (int i = 0; i < argc; ++i) {
         args.push_back(toWide(argv[i]));
     }

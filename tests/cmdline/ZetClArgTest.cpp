@@ -389,14 +389,13 @@ TEST(ZetClArg, theDelimiterIsOneForAll)
 TEST(ZetClArg, setValue)
 {
     int visits = 0;
-    const ZetClValueArg arg(option(L'f', L"file"), L"preset", new test::ZetCountingVisitor(&visits));
-    ZetClArg& writable = const_cast<ZetClValueArg&>(arg);
-    writable.setValue(7);
+    ZetClValueArg arg(option(L'f', L"file"), L"preset", new test::ZetCountingVisitor(&visits));
+    arg.setValue(7);
     EXPECT_TRUE(arg.alreadySet());
     EXPECT_EQ(arg.value().value<int>(), 7);
     EXPECT_EQ(visits, 1);
-    writable.setXorSet(true);
-    writable.reset();
+    arg.setXorSet(true);
+    arg.reset();
     EXPECT_FALSE(arg.alreadySet());
     EXPECT_FALSE(arg.xorSet());
     EXPECT_EQ(arg.value().value<ZetString>(), L"preset");
