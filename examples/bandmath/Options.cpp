@@ -1,14 +1,9 @@
 #include "Options"
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
-#include <fstream>
-#include <iterator>
 #include <limits>
-#include <stdexcept>
 
 #include <zet/ZetDataType>
 #include <zet/ZetEnum>
@@ -17,6 +12,7 @@
 #include <zet/ZetNumValidator>
 
 #include "raster/Failure"
+#include "raster/TextFile"
 #include "support/CommandLine"
 #include "support/TextValidator"
 
@@ -143,21 +139,6 @@ const wchar_t* const kDescription =
     L"The exit code is 0, 1 after a failure and 130 when interrupted; a failure leaves no output behind.";
 
 const tools::Layout kLayout = {{}, {{L"equation", L"equation_file"}}};
-
-/// The text of a file, of which the user gave the name.
-ZetString textOf(const std::string& name)
-{
-    std::ifstream file(name, std::ios::binary);
-    file.peek();
-    if (!file.is_open() || file.bad()) {
-        throw Failure("Cannot read '" + name + "': " + std::strerror(errno) + ".");
-    }
-    try {
-        return zet::toWide(std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()));
-    } catch (const std::length_error&) {
-        throw Failure("'" + name + "' is not text of the locale.");
-    }
-}
 
 /// What is wrong with options that are right one by one; empty for nothing.
 std::string contradiction(const Options& options)
@@ -301,7 +282,7 @@ Options parseOptions(const std::vector<std::string>& words)
     commandLine.parse(words);
     try {
         if (!options.m_equation_file.empty()) {
-            options.m_equation = textOf(zet::toMultibyte(options.m_equation_file));
+            options.m_equation = tools::readText(zet::toMultibyte(options.m_equation_file));
         }
     } catch (const Failure& failure) {
         commandLine.fail(zet::toWide(failure.what()), __LINE__);

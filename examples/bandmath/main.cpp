@@ -4,20 +4,14 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdio>
-#include <exception>
 #include <string>
 #include <vector>
 
-#include <zet/ZetString>
-#include <zet/ZetTextMsg>
-
 #include "Job"
 #include "Options"
-#include "raster/Failure"
 #include "raster/GdalErrors"
 #include "raster/Interrupt"
-#include "support/CommandLine"
+#include "raster/Tool"
 
 namespace {
 
@@ -31,35 +25,19 @@ extern "C" void explainFault(int)
     _exit(written < 0 ? 2 : 1);
 }
 
-int fail(const std::string& text, int code)
+void run(const std::vector<std::string>& words)
 {
-    std::fprintf(stderr, "bandmath: %s\n", text.c_str());
-    return code;
-}
-
-int run(const std::vector<std::string>& words)
-{
-    try {
-        const bandmath::Options options = bandmath::parseOptions(words);
-        const tools::GdalErrors unprinted;
-        GDALAllRegister();
-        tools::watchSignals();
-        std::signal(SIGFPE, explainFault);
-        bandmath::runJob(options);
-        return 0;
-    } catch (const tools::Interrupted& interrupted) {
-        return fail(interrupted.what(), 130);
-    } catch (const zet::ZetTextMsg& message) {
-        return fail(zet::toMultibyte(message.text()), 1);
-    } catch (const std::exception& failure) {
-        return fail(failure.what(), 1);
-    }
+    const bandmath::Options options = bandmath::parseOptions(words);
+    const tools::GdalErrors unprinted;
+    GDALAllRegister();
+    tools::watchSignals();
+    std::signal(SIGFPE, explainFault);
+    bandmath::runJob(options);
 }
 
 }  // namespace
 
 int main(int argc, char** argv)
 {
-    tools::chooseLocale();
-    return run(std::vector<std::string>(argv, argv + argc));
+    return tools::runTool("bandmath", argc, argv, run);
 }

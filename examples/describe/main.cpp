@@ -3,26 +3,18 @@
 #include <gdal_priv.h>
 
 #include <cstdio>
-#include <exception>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include <zet/ZetString>
-#include <zet/ZetTextMsg>
 
 #include "Answer"
 #include "raster/Failure"
 #include "raster/GdalErrors"
-#include "support/CommandLine"
+#include "raster/Tool"
 
 namespace {
-
-int fail(const std::string& text)
-{
-    std::fprintf(stderr, "describe: %s\n", text.c_str());
-    return 1;
-}
 
 /// Prints what the command line asks for.
 void run(const std::vector<std::string>& words)
@@ -46,13 +38,5 @@ void run(const std::vector<std::string>& words)
 
 int main(int argc, char** argv)
 {
-    tools::chooseLocale();
-    try {
-        run(std::vector<std::string>(argv, argv + argc));
-        return 0;
-    } catch (const zet::ZetTextMsg& message) {
-        return fail(zet::toMultibyte(message.text()));
-    } catch (const std::exception& failure) {
-        return fail(failure.what());
-    }
+    return tools::runTool("describe", argc, argv, run);
 }

@@ -4,6 +4,7 @@
 #include <stdlib.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace tools::test {
 
@@ -94,6 +95,13 @@ Numbers RasterTest::read(const std::string& file, int band)
         result.push_back(pixel.real());
     }
     return result;
+}
+
+void RasterTest::followPage() const
+{
+    const std::string command =
+        "cd '" + path("") + "' && sh " TOOLS_TRANSCRIPT_RUNNER " " TOOLS_PROGRAM " " TOOLS_PAGE_TRANSCRIPT;
+    EXPECT_EQ(std::system(command.c_str()), 0);
 }
 
 Complexes toComplex(const Numbers& values)
