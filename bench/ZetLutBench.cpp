@@ -33,7 +33,7 @@ void makeTable(benchmark::State& state)
         benchmark::DoNotOptimize(fresh.lut(zet::ZetDataType(zet::ZetDataType::U16))->buffer()->data());
     }
 }
-BENCHMARK(makeTable);
+BENCHMARK(makeTable)->Name("table of nine break points/zet");
 
 void makeTableByHand(benchmark::State& state)
 {
@@ -52,7 +52,7 @@ void makeTableByHand(benchmark::State& state)
         benchmark::DoNotOptimize(buffer->data());
     }
 }
-BENCHMARK(makeTableByHand);
+BENCHMARK(makeTableByHand)->Name("table of nine break points/hand");
 
 /// A table of counts of \p bins values, with empty bins among them.
 zet::ZetBufferPtr counts(std::size_t bins)
@@ -65,27 +65,28 @@ zet::ZetBufferPtr counts(std::size_t bins)
     return buffer;
 }
 
-void countHistogram(benchmark::State& state)
+void countHistogram(benchmark::State& state, int bins)
 {
-    const zet::ZetBufferPtr table = counts(static_cast<std::size_t>(state.range(0)));
+    const zet::ZetBufferPtr table = counts(static_cast<std::size_t>(bins));
     zet::ZetHistogram histogram;
     for (auto _ : state) {
-        histogram.initialize(table, 0, static_cast<int>(state.range(0)) - 1);
+        histogram.initialize(table, 0, bins - 1);
         benchmark::DoNotOptimize(histogram.median());
     }
 }
-BENCHMARK(countHistogram)->Arg(256)->Arg(65536);
+BENCHMARK_CAPTURE(countHistogram, bins, 256)->Name("histogram of 256 bins/zet");
+BENCHMARK_CAPTURE(countHistogram, bins, 65536)->Name("histogram of 65536 bins/zet");
 
-void countHistogramByHand(benchmark::State& state)
+void countHistogramByHand(benchmark::State& state, int bins)
 {
-    const zet::ZetBufferPtr table = counts(static_cast<std::size_t>(state.range(0)));
+    const zet::ZetBufferPtr table = counts(static_cast<std::size_t>(bins));
     const std::uint64_t* const values = static_cast<const std::uint64_t*>(table->data());
     for (auto _ : state) {
         std::uint64_t total = 0;
         std::uint64_t fullest = 0;
         double sum = 0.0;
         double sumOfSquares = 0.0;
-        for (long i = 0; i < state.range(0); ++i) {
+        for (long i = 0; i < bins; ++i) {
             const double value = static_cast<double>(i);
             const double weight = static_cast<double>(values[i]);
             sum += weight * value;
@@ -102,6 +103,7 @@ void countHistogramByHand(benchmark::State& state)
         benchmark::DoNotOptimize(median);
     }
 }
-BENCHMARK(countHistogramByHand)->Arg(256)->Arg(65536);
+BENCHMARK_CAPTURE(countHistogramByHand, bins, 256)->Name("histogram of 256 bins/hand");
+BENCHMARK_CAPTURE(countHistogramByHand, bins, 65536)->Name("histogram of 65536 bins/hand");
 
 }  // namespace
