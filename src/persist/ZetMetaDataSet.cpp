@@ -91,7 +91,16 @@ ZetMetaDataSet::ZetMetaDataSet(const ZetString& name, const ZetString& descripti
 {}
 
 ZetMetaDataSet::ZetMetaDataSet(const ZetMetaDataSet& other) = default;
-ZetMetaDataSet& ZetMetaDataSet::operator=(const ZetMetaDataSet& other) = default;
+
+ZetMetaDataSet& ZetMetaDataSet::operator=(const ZetMetaDataSet& other)
+{
+    // The other may be part of this set, and go with the content that is given up.
+    const ZetSmartPtr<ZetMetaDataSet_p> body = other.m_body;
+    ZetMetaDataObject::operator=(other);
+    m_body = body;
+    return *this;
+}
+
 ZetMetaDataSet::~ZetMetaDataSet() = default;
 
 // Queries

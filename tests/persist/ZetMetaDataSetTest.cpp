@@ -316,6 +316,19 @@ TEST(ZetMetaDataSet, aCopyCanBecomeASubset)
     EXPECT_EQ(textOf(set), L"n; \n(f,\"\",0,)\n\nn; \n(f,\"\",0,)\n");
 }
 
+TEST(ZetMetaDataSet, becomesItsOwnSubset)
+{
+    ZetMetaDataSet set(L"n", L"d");
+    set.rsubset(L"s").rsubset(L"t").rfield(L"f");
+    const ZetMetaDataSet& self = set;
+    set = self;
+    EXPECT_EQ(textOf(set), L"n; d\n\ns; \n\nt; \n(f,\"\",0,)\n");
+    set = set.rsubset(L"s");
+    EXPECT_EQ(textOf(set), L"s; \n\nt; \n(f,\"\",0,)\n");
+    set = set.subsets().begin()->second;
+    EXPECT_EQ(textOf(set), L"t; \n(f,\"\",0,)\n");
+}
+
 TEST(ZetMetaDataSet, text)
 {
     const test::ZetScopedLocale plainNumbers("C");
@@ -672,11 +685,16 @@ TEST(ZetMetaDataSet, deepTrees)
 {
     constexpr int depth = 2000;
     ZetMetaDataSet root(L"0");
-    ZetMetaDataSet* innermost = &root;
-    for (int i = 1; i <= depth; ++i) {
-        innermost = &innermost->rsubset(std::to_wstring(i));
+    ZetMetaDataSet same(L"0");
+    ZetMetaDataSet* innermost = nullptr;
+    for (ZetMetaDataSet* set : {&same, &root}) {
+        innermost = set;
+        for (int i = 1; i <= depth; ++i) {
+            innermost = &innermost->rsubset(std::to_wstring(i));
+        }
+        innermost->rfield(L"f").setDescription(L"found");
     }
-    innermost->rfield(L"f").setDescription(L"found");
+    EXPECT_TRUE(root == same);
     EXPECT_EQ(root.field(L"f", true).description(), L"found");
     EXPECT_EQ(root.subset(std::to_wstring(depth), true), *innermost);
     root.readAll();
