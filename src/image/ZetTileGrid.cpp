@@ -1,5 +1,6 @@
 #include <zet/ZetTileGrid>
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/ZetTotalCasts"
@@ -14,27 +15,19 @@ unsigned int tilesIn(unsigned int extent, unsigned int tile)
     return internal::truncateToUInt32(std::ceil(static_cast<double>(extent) / static_cast<double>(tile)));
 }
 
-/// A cell on one axis.
+/// A cell on one axis, cut back to the image. The greatest position, of the last cell of the greatest
+/// size, is still within 64 bits.
 struct Extent
 {
-    std::int64_t first;
-    std::int64_t last;
+    Extent(std::uint64_t begin, unsigned int size, unsigned int pixels)
+        : first(begin), end(std::min<std::uint64_t>(begin + size, pixels))
+    {}
 
-    unsigned int size() const { return static_cast<unsigned int>(last - first + 1); }
+    unsigned int size() const { return static_cast<unsigned int>(end - first); }
 
-    /// Cuts the cell back to an image of that many pixels. Returns whether it reached past them.
-    bool cut(unsigned int pixels)
-    {
-        const bool beyond = last >= pixels;
-        last = beyond ? std::int64_t{pixels} - 1 : last;
-        return beyond;
-    }
+    std::uint64_t first;
+    std::uint64_t end;
 };
-
-Extent extentOf(std::int64_t first, unsigned int size)
-{
-    return {first, first + size - 1};
-}
 
 }  // namespace
 
@@ -80,12 +73,9 @@ unsigned int ZetTileGrid::imageToCell(unsigned int x, unsigned int y, unsigned i
 
 ZetROI ZetTileGrid::operator()(unsigned int cellX, unsigned int cellY, unsigned int z) const
 {
-    Extent x = extentOf(std::int64_t{cellX} * m_tileSize.width(), m_tileSize.width());
-    Extent y = extentOf(std::int64_t{cellY} * m_tileSize.height(), m_tileSize.height());
-    Extent plane = extentOf(z, m_tileSize.depth());
-    x.cut(m_imageSize.width());
-    y.cut(m_imageSize.height());
-    plane.cut(m_imageSize.depth());
+    const Extent x(std::uint64_t{cellX} * m_tileSize.width(), m_tileSize.width(), m_imageSize.width());
+    const Extent y(std::uint64_t{cellY} * m_tileSize.height(), m_tileSize.height(), m_imageSize.height());
+    const Extent plane(z, m_tileSize.depth(), m_imageSize.depth());
     const ZetCoord3D<int> origin(static_cast<int>(x.first), static_cast<int>(y.first), static_cast<int>(plane.first));
     return ZetROI(origin, ZetImageSize(x.size(), y.size(), plane.size()));
 }

@@ -156,6 +156,13 @@ TEST(ZetTileGrid, cellsOutside)
     const ZetTileGrid wide(ZetImageSize(100, 100, 1), ZetImageSize(65536, 65536, 1));
     EXPECT_EQ(ZetString(wide(65536, 0, 0)), L"((0,0,0),(100,100,1))");
     EXPECT_EQ(ZetString(wide(0, 0, kWidest)), L"((0,0,-1),(100,100,2))");
+    // the greatest of all: (2^32 - 1)^2 is 1 in 32 bits
+    const ZetTileGrid widest(ZetImageSize(100, 100, 1), ZetImageSize(kWidest, kWidest, kWidest));
+    EXPECT_EQ(ZetString(widest(kWidest, kWidest, 0)), L"((1,1,0),(99,99,1))");
+    EXPECT_EQ(ZetString(widest(1, 0, kWidest)), L"((-1,0,-1),(101,100,2))");
+    // a tile without planes stays so
+    const ZetTileGrid flat(ZetImageSize(100, 100, 1), ZetImageSize(32, 32, 0));
+    EXPECT_EQ(ZetString(flat(0, 0, 0)), L"((0,0,0),(32,32,0))");
 }
 
 struct TouchRow
