@@ -5,11 +5,16 @@
 
 #include <gtest/gtest.h>
 
+#include <zet/ZetCoord2D>
 #include <zet/ZetDataType>
+#include <zet/ZetEqnTile>
 #include <zet/ZetNumValidatorFactory>
 #include <zet/ZetNumValidatorMetaObj>
 #include <zet/ZetObjectProxy>
+#include <zet/ZetROI>
+#include <zet/ZetStrList>
 #include <zet/ZetTextMsg>
+#include <zet/ZetUnits>
 
 #include "support/ZetScopedLocale"
 
@@ -138,7 +143,18 @@ TYPED_TEST(ZetNumValidatorOf, whatDoesNotConvertCountsAsZero)
 {
     const ZetNumValidator<TypeParam> fromZero(1, TypeParam(0), TypeParam(0));
     const ZetNumValidator<TypeParam> fromOne(1, TypeParam(1), TypeParam(0));
-    for (const ZetVariant& value : {ZetVariant(), ZetVariant(L"no number"), ZetVariant(ZetStrList{L"5"})}) {
+    const ZetVariant values[] = {
+        ZetVariant(),
+        L"no number",
+        ZetStrList{L"5"},
+        ZetEqnTile(),
+        ZetCoord2D<double>(5, 5),
+        ZetROI(ZetCoord3D<int>(5, 5, 5), ZetImageSize(5, 5, 5)),
+        ZetUnits(),
+        ZetVariantList{5},
+        ZetVariantMap{{L"5", 5}},
+    };
+    for (const ZetVariant& value : values) {
         EXPECT_TRUE(fromZero.isValid(value, nullptr));
         ZetTextMsg message(L"", 0);
         EXPECT_FALSE(fromOne.isValid(value, &message));
@@ -177,6 +193,39 @@ TYPED_TEST(ZetNumValidatorOf, freezesAndThaws)
     EXPECT_TRUE(validator.isEqual(thawed.get()));
     EXPECT_EQ(thawed->lowerBound(), TypeParam(3));
     EXPECT_EQ(thawed->upperBound(), TypeParam(100));
+}
+
+template <class T>
+void expectThawed(T lower, T upper)
+{
+    const ZetNumValidator<T> validator(5, lower, upper);
+    ZetObjectProxy proxy;
+    proxy.setObject(validator);
+    const std::unique_ptr<ZetNumValidator<T>> thawed = proxy.createObject<ZetNumValidator<T>>();
+    ASSERT_TRUE(thawed);
+    EXPECT_EQ(thawed->lowerBound(), lower);
+    EXPECT_EQ(thawed->upperBound(), upper);
+}
+
+TEST(ZetNumValidator, thawsWithBoundsOfTheWholeRange)
+{
+    expectThawed<signed char>(-128, 127);
+    expectThawed<unsigned char>(0, 255);
+    expectThawed<short>(-32768, 32767);
+    expectThawed<unsigned short>(0, 65535);
+    expectThawed<int>(std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
+    expectThawed<unsigned int>(0, 4294967295u);
+    expectThawed<long>(std::numeric_limits<long>::min(), std::numeric_limits<long>::max());
+    expectThawed<unsigned long>(0, 18446744073709551615ul);
+    expectThawed<float>(-0.1f, 3.25e38f);
+    expectThawed<double>(-0.1, 1e300);
+}
+
+TEST(ZetNumValidator, withoutAnUpperBoundTheTextEndsInInfinity)
+{
+    ZetTextMsg message(L"", 0);
+    EXPECT_FALSE((ZetNumValidator<int>(1, 0, 0).isValid(ZetVariant(-1), &message)));
+    EXPECT_EQ(message.text(), L"The value of '-1' is not within [0, inf).");
 }
 
 TEST(ZetNumValidator, differentElementTypesAreNotEqual)
