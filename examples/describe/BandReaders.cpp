@@ -23,7 +23,6 @@ struct NumberRow
 
 // What a band may have or not, and tells without a look at its pixels.
 const NumberRow numberRows[] = {
-    {L"no_data", &GDALRasterBand::GetNoDataValue, L"value of pixels without data"},
     {L"scale", &GDALRasterBand::GetScale, L"times the stored value, plus the offset, is the value"},
     {L"offset", &GDALRasterBand::GetOffset, L"added to the scaled value"},
 };
@@ -40,6 +39,21 @@ void addText(zet::ZetMetaDataSet& set, const wchar_t* name, const char* text, co
 zet::ZetImageSize planeOf(int width, int height)
 {
     return zet::ZetImageSize(static_cast<unsigned int>(width), static_cast<unsigned int>(height), 1);
+}
+
+/// The value of pixels without data, of a kind that holds it whole; invalid where the band has none.
+ZetVariant noDataOf(GDALRasterBand& band)
+{
+    int known = 0;
+    ZetVariant value;
+    if (band.GetRasterDataType() == GDT_Int64) {
+        value = static_cast<long>(band.GetNoDataValueAsInt64(&known));
+    } else if (band.GetRasterDataType() == GDT_UInt64) {
+        value = static_cast<unsigned long>(band.GetNoDataValueAsUInt64(&known));
+    } else {
+        value = band.GetNoDataValue(&known);
+    }
+    return known ? value : ZetVariant();
 }
 
 class BandReader : public RasterReader
@@ -64,6 +78,10 @@ protected:
         int height = 0;
         band.GetBlockSize(&width, &height);
         addField(set, L"block_size", planeOf(width, height), L"columns, rows and planes of a storage block");
+        const ZetVariant noData = noDataOf(band);
+        if (noData.isValid()) {
+            addField(set, L"no_data", noData, L"value of pixels without data");
+        }
         for (const NumberRow& row : numberRows) {
             int known = 0;
             const double value = (band.*row.get)(&known);

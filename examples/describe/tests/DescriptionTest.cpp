@@ -148,6 +148,20 @@ TEST_F(DescriptionTest, bandsThatTellMuch)
     EXPECT_EQ(overviews[1].value<ZetString>(), L"(150,75,1)");
 }
 
+TEST_F(DescriptionTest, noDataOf64BitsIsWhole)
+{
+    const std::string lowest = make("i64.tif", RasterPlan{2, 2, GDT_Int64});
+    update(lowest, [](GDALDataset& dataset) { dataset.GetRasterBand(1)->SetNoDataValueAsInt64(-9007199254740993); });
+    const std::string greatest = make("u64.tif", RasterPlan{2, 2, GDT_UInt64});
+    update(greatest,
+           [](GDALDataset& dataset) { dataset.GetRasterBand(1)->SetNoDataValueAsUInt64(18446744073709551615u); });
+    const auto noDataOf = [this](const std::string& file) {
+        return valueIn(describe(file).subset(L"bands", false).subset(L"1", false), L"no_data");
+    };
+    EXPECT_EQ(noDataOf(lowest), L"-9007199254740993");
+    EXPECT_EQ(noDataOf(greatest), L"18446744073709551615");
+}
+
 TEST_F(DescriptionTest, elementTypes)
 {
     const struct
