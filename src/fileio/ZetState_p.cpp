@@ -77,7 +77,7 @@ ZetString ZetState_p::next()
     }
     std::vector<unsigned char> memory(entrySize());
     while (const dirent* entry = nextEntry(m_handle, memory.data())) {
-        const ZetString name = decoded(entry->d_name);
+        ZetString name = decoded(entry->d_name);
         if (!name.empty() && patternMatch(name)) {
             return name;
         }
