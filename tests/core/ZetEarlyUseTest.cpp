@@ -9,6 +9,7 @@
 #include <zet/ZetDataType>
 #include <zet/ZetEnum>
 #include <zet/ZetEqnParser>
+#include <zet/ZetEqnTile>
 #include <zet/ZetKeyedObject>
 #include <zet/ZetMathConst>
 #include <zet/ZetMetaProperties>
@@ -55,6 +56,17 @@ ZetString written(const T& value)
     return out.str();
 }
 
+/// Of the pixels 3 and 4: half of their factorials within 6, so 3 and 6.
+ZetString sumOfPixels()
+{
+    ZetEqnTile tile;
+    tile.initialize(ZetDataType::U8, 2);
+    tile.elements<unsigned char>()[0] = 3;
+    tile.elements<unsigned char>()[1] = 4;
+    const ZetEqnTile few = (tile.factorial() / 2.0).roundclip(ZetDataType::I16, 0.0, 6.0);
+    return written(few.sum());
+}
+
 struct Step
 {
     const char* what;
@@ -74,6 +86,7 @@ const Step* steps(std::size_t& count)
         {"units", [] { return unitsOf(L"km/s^2"); }, L"km/s^2"},
         {"constants", [] { return written(ZetMathConst(ZetMathConst::SpeedOfLight).value().units()); }, L"m/s"},
         {"functions of equations", [] { return evaluated(L"floor(abs(-4.5)) < 5"); }, L"true"},
+        {"loops over pixels", sumOfPixels, L"9"},
         {"properties", [] { return propertiesOf(ZetVersion()); }, L"(major,minor,build)"},
         {"properties of regions", [] { return propertiesOf(ZetROI()); }, L"(origin,size)"},
     };

@@ -527,6 +527,14 @@ TEST(ZetEqnTile, whatMayNotBeLentIsNot)
         EXPECT_TRUE(*before.buffer() == *tile->buffer());
         expectTile(result, ZetDataType::Double, {6.0, 7.0});
     }
+    // all of a block, but read standing still
+    ZetEqnTile standing(three.clone().buffer(), ZetDataType::Double, 3, 0);
+    expectTile(*ZetTileLoan(standing) + 1.0, ZetDataType::Double, {2.0, 2.0, 2.0});
+    EXPECT_EQ(standing.size(), 3u);
+    // elements of another type, though as wide
+    ZetEqnTile words = ownTile(ZetDataType::I32, {1.0, 2.0});
+    expectTile(ZetTileLoan(words)->roundclip(ZetDataType::Float, 0.0, 9.0), ZetDataType::Float, {1.0, 2.0});
+    expectTile(words, ZetDataType::I32, {1.0, 2.0});
     // a tile that was not lent is never written over
     const ZetEqnTile plain = ownTile(ZetDataType::Double, {1.0, 2.0});
     expectTile(plain + two, ZetDataType::Double, {6.0, 7.0});
