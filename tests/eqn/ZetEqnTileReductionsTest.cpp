@@ -167,14 +167,18 @@ TEST_P(ZetEqnTileReductions, nanIsPassedOver)
 
 TEST_P(ZetEqnTileReductions, theFirstZeroGivesItsSign)
 {
+    const std::size_t places[][2] = {{140, 150}, {140, 200}, {31, 64}, {0, 299}, {127, 128}, {298, 299}};
     for (const ZetDataType::Type type : {ZetDataType::Float, ZetDataType::Double}) {
         for (const double first : {0.0, -0.0}) {
-            Values values(300, 1.0);
-            values[140] = first;
-            values[150] = -first;
-            values[10] = kNan;
-            EXPECT_TRUE(isSame(ownTile(type, values).min(), first));
-            EXPECT_TRUE(isSame(ZetTilePixels(type, values, 2).tile.min(), first));
+            for (const auto& [place, later] : places) {
+                SCOPED_TRACE(testing::Message() << "type " << type << " zero at " << place);
+                Values values(300, 1.0);
+                values[place] = first;
+                values[later] = -first;
+                values[10] = kNan;
+                EXPECT_TRUE(isSame(ownTile(type, values).min(), first));
+                EXPECT_TRUE(isSame(ZetTilePixels(type, values, 2).tile.min(), first));
+            }
         }
     }
 }
