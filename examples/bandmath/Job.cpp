@@ -5,12 +5,12 @@
 #include <memory>
 #include <vector>
 
-#include "Band"
 #include "Equation"
 #include "EquationText"
 #include "OutputFormat"
 #include "Progress"
 #include "QuickLook"
+#include "raster/Band"
 #include "raster/ElementTypes"
 #include "raster/Failure"
 #include "raster/Interrupt"
@@ -20,11 +20,14 @@
 
 namespace bandmath {
 
+using tools::Band;
 using tools::Failure;
 using tools::nameOf;
 using tools::OutputRaster;
+using tools::RasterFiles;
 using tools::Staging;
 using tools::throwIfInterrupted;
+using tools::Validity;
 using tools::Window;
 using tools::WindowWalk;
 

@@ -1,16 +1,10 @@
-#include "Band"
+#include "raster/Band"
 
 #include "raster/ElementTypes"
 #include "raster/Failure"
 #include "raster/GdalErrors"
 
-namespace bandmath {
-
-using tools::Failure;
-using tools::fromGdal;
-using tools::GdalErrors;
-using tools::isSignedByte;
-using tools::toGdal;
+namespace tools {
 
 Band::Band(const BandChoice& choice, RasterFiles& files)
     : m_choice(choice),
@@ -83,4 +77,4 @@ void Band::transfer(GDALRasterBand& from, const Window& window, void* to, GDALDa
     }
 }
 
-}  // namespace bandmath
+}  // namespace tools
