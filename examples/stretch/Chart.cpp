@@ -87,11 +87,14 @@ void Chart::mark(double value, const std::string& text)
 
 void Chart::horizontalLabels()
 {
+    constexpr int kMostLabels = 10;
     const double step = roundStep(m_range.second - m_range.first);
-    for (double value = std::ceil(m_range.first / step) * step; value <= m_range.second; value += step) {
+    const double first = std::ceil(m_range.first / step) * step;
+    for (int i = 0; i < kMostLabels && first + i * step <= m_range.second; ++i) {
+        // what rounding leaves beside 0 is 0
+        const double value = std::abs(first + i * step) < step / 1e6 ? 0.0 : first + i * step;
         const int x = static_cast<int>(std::lround(place(value)));
-        // a value of rounding beside 0 is 0
-        const std::string text = tools::numberText(std::abs(value) < step / 1e6 ? 0.0 : value, 6);
+        const std::string text = tools::numberText(value, 6);
         m_canvas.fill(x, m_y + m_height, 2, 7, ink::kFaint);
         write(x - textWidth(text) / 2, m_y + m_height + 12, text, ink::kFaint);
     }

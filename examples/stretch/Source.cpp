@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 #include "raster/ElementTypes"
 #include "raster/Failure"
@@ -91,15 +92,18 @@ void Source::findRanges()
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     std::vector<std::pair<double, double>> ranges(m_bands.size(), {kInfinity, -kInfinity});
     walk([&](std::size_t band, const Window&, zet::ZetEqnTile& tile, Validity& valid) {
-        auto& [least, greatest] = ranges[band];
+        std::pair<double, double>& range = ranges[band];
         visitValues(tile, valid, [&](std::size_t, double value) {
-            least = std::min(least, value);
-            greatest = std::max(greatest, value);
+            range.first = std::min(range.first, value);
+            range.second = std::max(range.second, value);
         });
         m_hasGaps = m_hasGaps || std::find(valid.begin(), valid.end(), 0) != valid.end();
     });
     for (std::size_t band = 0; band < m_bands.size(); ++band) {
         const auto& [least, greatest] = ranges[band];
+        if (!std::isfinite(greatest - least) && least <= greatest) {
+            throw Failure("The values of " + m_bands[band].place() + " are too far apart.");
+        }
         if (least <= greatest) {
             const double step = greatest / (kSteps - 1) - least / (kSteps - 1);
             m_scales[band] = Scale{least, step > 0 ? step : 1.0};

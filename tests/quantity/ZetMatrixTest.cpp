@@ -225,7 +225,8 @@ TEST(ZetMatrix, sumAndDifference)
     ZetMatrix changed = a;
     changed += b;
     EXPECT_EQ(changed, a + b);
-    changed -= changed;
+    const ZetMatrix& itself = changed;
+    changed -= itself;
     EXPECT_EQ(changed, ZetMatrix(2, 2, 0.0));
 }
 
@@ -238,7 +239,9 @@ TEST(ZetMatrix, sumOfUnequalCounts)
         {ZetMatrix(), four},          {ZetMatrix(), ZetMatrix()},
         {ZetMatrix(2, 0, 1.0), four}, {ZetMatrix(2, 0, 1.0), ZetMatrix(2, 0, 1.0)},
     };
-    for (const auto& [a, b] : pairs) {
+    for (const auto& pair : pairs) {
+        const ZetMatrix& a = pair.first;
+        const ZetMatrix& b = pair.second;
         SCOPED_TRACE(testing::PrintToString(a) + " and " + testing::PrintToString(b));
         ZetMatrix changed = a;
         expectPost(kCountsDiffer, [&] { changed += b; });
@@ -281,7 +284,9 @@ TEST(ZetMatrix, productThatDoesNotFit)
         {wide, ZetMatrix(3, 0, 1.0)},
         {ZetMatrix(0, 2, 1.0), wide},
     };
-    for (const auto& [a, b] : pairs) {
+    for (const auto& pair : pairs) {
+        const ZetMatrix& a = pair.first;
+        const ZetMatrix& b = pair.second;
         SCOPED_TRACE(testing::PrintToString(a) + " and " + testing::PrintToString(b));
         ZetMatrix changed = a;
         expectPost(kDoesNotFit, [&] { changed *= b; });

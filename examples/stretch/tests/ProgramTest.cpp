@@ -1,6 +1,7 @@
 // The program as a whole: the pixels, tables and pictures that it writes, what it prints, and its exit code.
 
 #include <cmath>
+#include <filesystem>
 #include <fstream>
 #include <limits>
 #include <set>
@@ -152,6 +153,17 @@ TEST_F(StretchProgram, wideTypesGoInSteps)
     EXPECT_EQ(stretched(makeRow("i32.tif", GDT_Int32, {-1000000, 200000, 1000000}), {"-p", "0,100"}),
               (Numbers{0, 153, 255}));
     EXPECT_EQ(stretched(makeRow("one.tif", GDT_Float64, {3.5, 3.5})), (Numbers{255, 255}));
+}
+
+TEST_F(StretchProgram, valuesThatDoublesHardlyTellApart)
+{
+    const std::string near = makeRow("near.tif", GDT_Float64, {1e17, 1e17 + 16, 1e17 + 32});
+    EXPECT_EQ(stretched(near, {"-p", "0,100", "--plot", path("p.png")}), (Numbers{0, 128, 255}));
+    const std::string tiny = makeRow("tiny.tif", GDT_Float64, {0, 5e-324});
+    EXPECT_EQ(stretched(tiny, {"--plot", path("p.png")}), (Numbers{255, 255}));
+    const std::string far = makeRow("far.tif", GDT_Float64, {-1e308, 1e308});
+    std::filesystem::remove(path("out.tif"));
+    expectFailure({far, path("out.tif")}, "The values of '" + far + "', band 1 are too far apart.");
 }
 
 TEST_F(StretchProgram, bandsOfOpacityKeepTheirRange)
