@@ -181,7 +181,7 @@ double ZetHistogram::medianAt(long index) const
 
 int ZetHistogram::percentile(double p, bool skipFirst) const
 {
-    if (m_count == 0 || numBins() == 0 || !(p >= 0.0 && p <= 100.0)) {
+    if (m_count == 0 || m_firstUsed >= numBins() || !(p >= 0.0 && p <= 100.0)) {
         return static_cast<int>(std::int64_t{internal::truncateToInt32(m_min)} - 1);
     }
     const double share = p > 1.0 ? p / 100.0 : p;

@@ -495,6 +495,18 @@ TEST(ZetHistogram, recordSetThroughTheBaseReadsNoTable)
     EXPECT_EQ(h.computeStatistics(), 1);
 }
 
+TEST(ZetHistogram, recordSetThroughTheBaseStaysWithinATableWithoutSamples)
+{
+    ZetHistogram h = histogramOf({0, 0}, 4);
+    static_cast<ZetStatistics&>(h).initialize(5, 1.0, 2.0, 8.0, 14.0);
+    EXPECT_EQ(h.median(), 0.0);
+    EXPECT_EQ(h.entropy(), 0.0);
+    for (const bool skipFirst : {false, true}) {
+        EXPECT_EQ(h.percentile(50.0, skipFirst), 0);
+    }
+    EXPECT_EQ(h.cumulativeHistogram()[1], 0.0);
+}
+
 TEST(ZetHistogram, property)
 {
     ZetHistogram h = histogramOf({1, 2, 3}, 4);
