@@ -33,11 +33,11 @@ void post(int line, const Parts&... parts)
     internal::postError(L"ZetBreakPointLut", line, parts...);
 }
 
-/// The order of the points of one band. Sorting needs one of all points, so a NaN stands behind the other
-/// outputs of its input.
+/// The order of points. Sorting needs one of all points, so a NaN stands behind the other outputs of its
+/// band and input.
 bool isBefore(const ZetBreakPoint& a, const ZetBreakPoint& b)
 {
-    if (a.in() == b.in() && std::isnan(b.out())) {
+    if (a.band() == b.band() && a.in() == b.in() && std::isnan(b.out())) {
         return !std::isnan(a.out());
     }
     return a < b;
@@ -131,15 +131,13 @@ ZetLutDescPtr ZetBreakPointLut::lut(const ZetDataType& inputDataType)
     }
     const Range in = rangeOf(inputDataType);
     const Range out = rangeOf(m_outputType);
-    const std::vector<ZetBreakPoint> points = m_points.empty() ? ramp(in, out, 0) : m_points;
+    std::vector<ZetBreakPoint> points = m_points.empty() ? ramp(in, out, 0) : m_points;
     m_inputType = inputDataType;
     if (!checkPoints(points, in, out)) {
         return ZetLutDescPtr();
     }
-    const auto last =
-        std::max_element(points.begin(), points.end(),
-                         [](const ZetBreakPoint& a, const ZetBreakPoint& b) { return a.band() < b.band(); });
-    const unsigned long bands = static_cast<unsigned long>(last->band()) + 1;
+    std::sort(points.begin(), points.end(), isBefore);
+    const unsigned long bands = static_cast<unsigned long>(points.back().band()) + 1;
     const unsigned long bytesPerEntry = static_cast<unsigned long>(m_outputType.size());
     const unsigned long bytes = internal::productOf(bands * bytesPerEntry, in.count());
     if (in.count() > internal::kMostEntries || bytes == internal::kTooMuch) {
@@ -152,10 +150,14 @@ ZetLutDescPtr ZetBreakPointLut::lut(const ZetDataType& inputDataType)
         return ZetLutDescPtr();
     }
     unsigned char* entries = static_cast<unsigned char*>(buffer->data());
+    auto first = points.cbegin();
     for (unsigned long band = 0; band < bands; ++band, entries += in.count() * bytesPerEntry) {
-        if (!calculateBand(entries, static_cast<unsigned int>(band), in)) {
+        const auto next =
+            std::find_if(first, points.cend(), [band](const ZetBreakPoint& point) { return point.band() != band; });
+        if (!calculateBand(entries, static_cast<unsigned int>(band), {first, next}, in)) {
             return ZetLutDescPtr();
         }
+        first = next;
     }
     m_table = new ZetLutDesc(buffer, m_outputType, static_cast<unsigned int>(in.count()), in.low,
                              static_cast<unsigned int>(bands), bands == 1);
@@ -216,15 +218,10 @@ bool ZetBreakPointLut::checkPoints(const std::vector<ZetBreakPoint>& points, con
     return true;
 }
 
-/// Fills one band at \p out; posts where that cannot be.
-bool ZetBreakPointLut::calculateBand(void* out, unsigned int band, const Range& in) const
+/// Fills one band at \p out from its sorted points; posts where that cannot be.
+bool ZetBreakPointLut::calculateBand(void* out, unsigned int band, const std::vector<ZetBreakPoint>& points,
+                                     const Range& in) const
 {
-    std::vector<ZetBreakPoint> points;
-    if (m_points.empty()) {
-        points = ramp(in, rangeOf(m_outputType), band);
-    } else {
-        get(points, band);
-    }
     if (points.size() < 2) {
         post(__LINE__, L"Band ", band, L" does not have at least two break points.");
         return false;

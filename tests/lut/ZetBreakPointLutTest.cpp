@@ -180,6 +180,24 @@ TEST(ZetBreakPointLut, bands)
     EXPECT_FALSE(table->reuseLutDataForAllBands());
 }
 
+// Each band costs what its own points do: this is done at once.
+TEST(ZetBreakPointLut, manyBandsInAnyOrder)
+{
+    constexpr unsigned int kBands = 50000;
+    ZetBreakPointLut lut{ZetDataType(Type::U16)};
+    for (unsigned int i = 0; i < kBands; ++i) {
+        const unsigned int band = i * 7919u % kBands;
+        lut.add({1, static_cast<double>(band % 1000), band});
+        lut.add({0, static_cast<double>(band % 999), band});
+    }
+    const std::vector<unsigned short> entries = entriesOf<unsigned short>(lut.lut(ZetDataType(Type::U8, 1)));
+    ASSERT_EQ(entries.size(), 2 * kBands);
+    for (unsigned int band = 0; band < kBands; ++band) {
+        ASSERT_EQ(entries[2 * band], band % 999);
+        ASSERT_EQ(entries[2 * band + 1], band % 1000);
+    }
+}
+
 struct FailureRow
 {
     Type::Type output;
