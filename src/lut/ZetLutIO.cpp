@@ -11,6 +11,7 @@
 #include <zet/ZetCommonLutHeader>
 #include <zet/ZetTokenizer>
 
+#include "core/ZetStreamPrecision"
 #include "core/ZetTotalCasts"
 #include "core/ZetUnitInit"
 #include "image/ZetBlockMemory"
@@ -40,12 +41,10 @@ using Printed = std::conditional_t<sizeof(T) == 1, short, T>;
 template <class T>
 void writeValues(const T* values, unsigned long count, std::wostream& out)
 {
-    const std::streamsize before = out.precision(std::is_same<T, float>::value ? 9 : 17);
-    {
-        internal::ZetNumberLines<Printed<T>> lines(out);
-        std::for_each(values, values + count, [&lines](T value) { lines.write(value); });
-    }
-    out.precision(before);
+    const internal::ZetStreamPrecision digits(out, std::is_same<T, float>::value ? 9 : 17);
+    internal::ZetNumberLines<Printed<T>> lines(out);
+    std::for_each(values, values + count, [&lines](T value) { lines.write(value); });
+    lines.flush();
 }
 
 /// Writes the values of one band; posts where that cannot be.

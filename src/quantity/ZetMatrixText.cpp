@@ -2,6 +2,7 @@
 
 #include <zet/ZetMatrix>
 
+#include <algorithm>
 #include <istream>
 #include <ostream>
 #include <sstream>
@@ -9,6 +10,7 @@
 
 #include <zet/ZetTokenizer>
 
+#include "core/ZetStreamPrecision"
 #include "core/ZetUnitInit"
 #include "quantity/ZetMatrix_p"
 
@@ -69,7 +71,9 @@ private:
         if (nextToken()) {
             return false;
         }
-        matrix = ZetMatrix(m_rowCount, m_columnCount, m_elements, ZetMatrix::RowMajor);
+        ZetMatrix result = internal::zeroMatrix(m_rowCount, m_columnCount);
+        std::copy(m_elements.begin(), m_elements.end(), result.data());
+        matrix = result;
         return true;
     }
 
@@ -130,14 +134,13 @@ std::wostream& operator<<(std::wostream& out, const ZetMatrix& matrix)
     }
     out << L"\n#This file was written by ZetMatrix::operator<<\n\n"
         << L"CMF 1\n{\nrows = " << matrix.rowCount() << L"\ncolumns = " << matrix.columnCount() << L"\n}\n";
-    const std::streamsize precision = out.precision(kDigits);
+    const internal::ZetStreamPrecision digits(out, kDigits);
     for (unsigned int r = 0; r < matrix.rowCount(); ++r) {
         for (unsigned int c = 0; c < matrix.columnCount(); ++c) {
             out << matrix(r, c) << L"    ";
         }
         out << L"\n";
     }
-    out.precision(precision);
     return out << L"$\n";
 }
 

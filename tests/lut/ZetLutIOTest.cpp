@@ -14,6 +14,7 @@
 
 #include "lut/ZetNumberText"
 #include "support/ZetCollectingHandler"
+#include "support/ZetFullBuffer"
 #include "support/ZetNoMemory"
 #include "support/ZetScopedLocale"
 
@@ -200,6 +201,29 @@ TEST(ZetLutIO, precisionIsRestored)
     out << std::fixed;
     EXPECT_TRUE(ZetLutIO::writeCommon(tableOf<float>({0.5f}, ZetDataType::Float, 1, 0, 1), out));
     EXPECT_NE(out.str().find(L"\n0.500000000\n$"), ZetString::npos);
+}
+
+TEST(ZetLutIO, streamThatCannotTakeAll)
+{
+    const ZetLutDesc table = tableOf(std::vector<float>(3000, 0.1f), ZetDataType::Float, 3000, 0, 1);
+    const std::size_t length = written(table).size();
+    // in the header, in the first values, behind them, and just before the end
+    for (const std::size_t room : {std::size_t{0}, std::size_t{40}, std::size_t{100}, length / 2, length - 1}) {
+        SCOPED_TRACE(room);
+        test::ZetFullBuffer buffer(room);
+        std::wostream out(&buffer);
+        out.precision(3);
+        ZetLutIO::writeCommon(table, out);
+        EXPECT_TRUE(out.bad());
+        EXPECT_EQ(out.precision(), 3);
+
+        test::ZetFullBuffer again(room);
+        std::wostream throwing(&again);
+        throwing.precision(3);
+        throwing.exceptions(std::ios_base::badbit);
+        EXPECT_THROW(ZetLutIO::writeCommon(table, throwing), std::ios_base::failure);
+        EXPECT_EQ(throwing.precision(), 3);
+    }
 }
 
 TEST(ZetLutIO, typesThatAreNotWritten)

@@ -2,6 +2,7 @@
 
 #include <limits>
 #include <new>
+#include <sstream>
 #include <utility>
 
 #include <zet/ZetMetaObject>
@@ -138,6 +139,10 @@ TEST(ZetMatrix, withoutMemory)
     EXPECT_EQ(matrix(0, 1), 9.0);
     EXPECT_THROW(ZetMatrix{matrix}, std::bad_alloc);
     EXPECT_THROW(matrix * column, std::bad_alloc);
+    std::wistringstream file(L"CMF 1 {rows = 2 columns = 2} 1 2 3 4 $");
+    EXPECT_THROW(file >> matrix, std::bad_alloc);
+    expectCounts(matrix, 1, 2);
+    EXPECT_EQ(matrix(0, 1), 9.0);
     EXPECT_TRUE(posted.messages().empty());
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "quantity/ZetMatrixSupport"
+#include "support/ZetFullBuffer"
 #include "support/ZetScopedLocale"
 
 namespace zet {
@@ -82,6 +83,21 @@ TEST(ZetMatrixText, keepsTheFormatOfTheStream)
     out.str(L"");
     out << std::scientific << matrixOf(1, 1, {2.5}) << 2.5;
     EXPECT_EQ(out.str().substr(out.str().find(L"}\n")), L"}\n2.50000000000000000e+00    \n$\n2.500e+00");
+}
+
+TEST(ZetMatrixText, streamThatThrowsKeepsItsPrecision)
+{
+    const ZetScopedLocale plain("C");
+    const ZetMatrix matrix(5, 5, 0.1);
+    const std::size_t elements = textOf(matrix).find(L'}') + 2;
+    for (const std::size_t room : {std::size_t{0}, elements - 10, elements + 10}) {
+        test::ZetFullBuffer buffer(room);
+        std::wostream out(&buffer);
+        out.precision(3);
+        out.exceptions(std::ios_base::badbit);
+        EXPECT_THROW(out << matrix, std::ios_base::failure) << room;
+        EXPECT_EQ(out.precision(), 3) << room;
+    }
 }
 
 TEST(ZetMatrixText, readsBackWhatItWrote)
