@@ -277,6 +277,20 @@ TEST_F(StretchProgram, aFullDiskLeavesNothing)
     EXPECT_EQ(names(), before);
 }
 
+TEST_F(StretchProgram, aFileThatIsCutOff)
+{
+    RasterPlan plan{100, 100, GDT_Byte};
+    plan.bands = {toComplex(times(10000, 9))};
+    const std::string in = make("in.tif", plan);
+    std::filesystem::resize_file(in, 5000);
+    const std::vector<std::string> before = names();
+    const Outcome outcome = runProgram({in, path("out.tif"), "--plot", path("p.png")});
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err.find("stretch: Cannot read the pixels of '" + in + "', band 1: "), 0u) << outcome.err;
+    EXPECT_EQ(names(), before);
+}
+
 TEST_F(StretchProgram, commandLinesThatAreWrong)
 {
     const std::string in = makeRow("in.tif", GDT_Byte, {1, 2, 3});
