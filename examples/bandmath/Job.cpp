@@ -16,13 +16,16 @@
 #include "raster/Interrupt"
 #include "raster/OutputRaster"
 #include "raster/Staging"
+#include "raster/Tool"
 #include "raster/WindowWalk"
+#include "support/Table"
 
 namespace bandmath {
 
 using tools::Band;
 using tools::Failure;
 using tools::nameOf;
+using tools::numberText;
 using tools::OutputRaster;
 using tools::RasterFiles;
 using tools::Staging;
@@ -32,6 +35,9 @@ using tools::Window;
 using tools::WindowWalk;
 
 namespace {
+
+/// How many digits of a statistic are told.
+constexpr int kDigits = 10;
 
 std::string sizeOf(const Band& band)
 {
@@ -131,13 +137,17 @@ struct Outputs
         }
     }
 
-    void finish(const Options& options, const Equation& equation)
+    /// Finishes the files; nothing is seen of them before commit().
+    void close(const Options& options, const Equation& equation)
     {
         raster.close();
         if (quickLook) {
             quickLook->draw(equation.text()).savePng(picture->path(), options.picture());
         }
-        throwIfInterrupted();
+    }
+
+    void commit()
+    {
         raster.commit();
         if (picture) {
             picture->commit();
@@ -151,25 +161,33 @@ struct Outputs
     std::unique_ptr<QuickLook> quickLook;
 };
 
-void report(const Options& options, const Outputs& outputs, const Band& model)
+std::string report(const Options& options, const Outputs& outputs, const Band& model)
 {
     const OutputFormat::Tally& tally = outputs.tally;
     const Statistics& statistics = tally.statistics;
-    std::printf("%s: %s, %s\n", options.output().c_str(), sizeOf(model).c_str(), nameOf(outputs.format.type()).c_str());
-    std::printf("count    %zu\n", statistics.count());
+    std::string text = options.output() + ": " + sizeOf(model) + ", " + nameOf(outputs.format.type()) + "\n";
+    const auto add = [&text](const char* name, const std::string& value) { text += name + value + "\n"; };
+    add("count    ", std::to_string(statistics.count()));
     if (statistics.count() > 0) {
-        std::printf("minimum  %.10g\nmaximum  %.10g\nmean     %.10g\n", statistics.minimum(), statistics.maximum(),
-                    statistics.mean());
+        add("minimum  ", numberText(statistics.minimum(), kDigits));
+        add("maximum  ", numberText(statistics.maximum(), kDigits));
+        add("mean     ", numberText(statistics.mean(), kDigits));
     }
     if (tally.noData > 0) {
-        std::printf("no data  %zu\n", tally.noData);
+        add("no data  ", std::to_string(tally.noData));
     }
     if (tally.noValue > 0) {
-        std::printf("no value %zu\n", tally.noValue);
+        add("no value ", std::to_string(tally.noValue));
     }
     if (!options.picture().empty()) {
-        std::printf("picture  %s\n", options.picture().c_str());
+        add("picture  ", options.picture());
     }
+    return text;
+}
+
+void warn(const Outputs& outputs)
+{
+    const OutputFormat::Tally& tally = outputs.tally;
     if (tally.collisions > 0) {
         std::fprintf(stderr, "bandmath: warning: %zu valid pixels equal the no-data value; choose another with -n.\n",
                      tally.collisions);
@@ -219,8 +237,11 @@ void runJob(const Options& options)
             progress.advance(window.pixels());
         }
     }
-    outputs->finish(options, equation);
-    report(options, *outputs, model);
+    outputs->close(options, equation);
+    throwIfInterrupted();
+    tools::print(report(options, *outputs, model));
+    warn(*outputs);
+    outputs->commit();
 }
 
 }  // namespace bandmath

@@ -12,6 +12,7 @@
 #include <zet/ZetNumValidator>
 
 #include "raster/Failure"
+#include "raster/Staging"
 #include "raster/TextFile"
 #include "support/CommandLine"
 #include "support/TextValidator"
@@ -149,7 +150,10 @@ std::string contradiction(const Options& options)
             return "The variable '" + band->name + "' has two bands.";
         }
     }
-    if (options.picture() == options.output()) {
+    if (options.output().empty()) {
+        return "The output has no name.";
+    }
+    if (!options.picture().empty() && tools::placeOf(options.picture()) == tools::placeOf(options.output())) {
         return "The picture and the output are one file, '" + options.output() + "'.";
     }
     if (options.minimum() && options.maximum() && *options.minimum() > *options.maximum()) {

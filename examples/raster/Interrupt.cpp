@@ -30,6 +30,7 @@ void watchSignals()
     on(SIGTERM, noteSignal);
     on(SIGHUP, noteSignal);
     on(SIGXFSZ, SIG_IGN);
+    on(SIGPIPE, SIG_IGN);
 }
 
 void throwIfInterrupted()

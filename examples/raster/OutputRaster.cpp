@@ -135,6 +135,9 @@ void OutputRaster::close()
     if (m_errors.any()) {
         refuse();
     }
+    if (!std::filesystem::exists(m_staging.path())) {
+        throw Failure("Cannot write '" + m_name + "': the driver gives its files other names.");
+    }
 }
 
 void OutputRaster::refuse() const

@@ -19,21 +19,21 @@ namespace {
     throw Failure("Cannot write '" + target.string() + "': " + reason + ".");
 }
 
-/// The place behind symbolic links, so that a link keeps its name and what it points to is replaced.
-fs::path resolve(const fs::path& target)
+}  // namespace
+
+fs::path placeOf(const std::string& name)
 {
     constexpr int kMostLinks = 40;
-    fs::path place = fs::absolute(target);
     std::error_code ignored;
+    fs::path place = fs::absolute(name, ignored);
     for (int i = 0; i < kMostLinks && fs::is_symlink(place, ignored); ++i) {
         place = place.parent_path() / fs::read_symlink(place, ignored);
     }
-    return place;
+    const fs::path folder = fs::weakly_canonical(place.parent_path(), ignored);
+    return folder.empty() ? place : folder / place.filename();
 }
 
-}  // namespace
-
-Staging::Staging(const std::string& target) : m_target(resolve(target))
+Staging::Staging(const std::string& target) : m_target(placeOf(target))
 {
     std::error_code ignored;
     const fs::file_status status = fs::status(m_target, ignored);
@@ -53,8 +53,15 @@ Staging::~Staging()
     fs::remove_all(m_folder, ignored);
 }
 
-void Staging::commit()
+void Staging::commit(const std::vector<std::string>& companions)
 {
+    std::vector<fs::path> stale;
+    for (const std::string& companion : companions) {
+        const fs::path name = m_target.filename().string() + companion;
+        if (!fs::exists(m_folder / name)) {
+            stale.push_back(m_target.parent_path() / name);
+        }
+    }
     std::error_code error;
     for (const fs::directory_entry& entry : fs::directory_iterator(m_folder, error)) {
         if (entry.path().filename() != m_target.filename()) {
@@ -67,6 +74,9 @@ void Staging::commit()
     fs::rename(path(), m_target, error);
     if (error) {
         refuse(m_target, error.message());
+    }
+    for (const fs::path& file : stale) {
+        fs::remove(file, error);
     }
 }
 

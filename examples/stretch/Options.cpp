@@ -1,6 +1,7 @@
 #include "Options"
 
 #include <cmath>
+#include <filesystem>
 #include <set>
 
 #include <zet/ZetEnum>
@@ -8,6 +9,7 @@
 #include <zet/ZetMetaObjectImpl>
 
 #include "raster/Failure"
+#include "raster/Staging"
 #include "support/CommandLine"
 #include "support/TextValidator"
 
@@ -57,9 +59,12 @@ zet::ZetEnum outputTypes()
 /// What is wrong with options that are right one by one; empty for nothing.
 std::string contradiction(const Options& options)
 {
-    std::set<std::string> files = {options.output().file};
+    if (options.output().file.empty()) {
+        return "The output has no name.";
+    }
+    std::set<std::filesystem::path> places = {tools::placeOf(options.output().file)};
     for (const std::string& file : {options.lut(), options.plot()}) {
-        if (!file.empty() && !files.insert(file).second) {
+        if (!file.empty() && !places.insert(tools::placeOf(file)).second) {
             return "Two outputs are one file, '" + file + "'.";
         }
     }

@@ -3,6 +3,7 @@
 #include <ogr_spatialref.h>
 
 #include <cmath>
+#include <fstream>
 #include <limits>
 
 #include "Computing"
@@ -525,6 +526,36 @@ TEST_F(BandmathTest, aSymbolicLinkStaysOne)
     compute({"-e", "a+1", "-b", "a=" + in, "-o", path("link.tif")});
     EXPECT_TRUE(std::filesystem::is_symlink(path("link.tif")));
     expectSame(read(path("target.tif")), {2, 3, 4});
+}
+
+TEST_F(BandmathTest, aLinkToTheOutputIsNoPlaceForThePicture)
+{
+    const std::string in = makeRow("in.tif", GDT_Byte, {1, 2, 3});
+    std::filesystem::create_symlink("out.tif", path("link.tif"));
+    const Outcome outcome = runProgram({"-e", "a", "-b", "a=" + in, "-o", path("out.tif"), "-p", path("link.tif")});
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_NE(outcome.err.find("The picture and the output are one file"), std::string::npos) << outcome.err;
+    EXPECT_EQ(names(), (std::vector<std::string>{"in.tif", "link.tif"}));
+}
+
+// GDAL would take them for statistics, masks and overviews of the new file.
+TEST_F(BandmathTest, whatStoodBesideAnOlderOutputGoes)
+{
+    const std::string in = makeRow("in.tif", GDT_Byte, {1, 2, 3});
+    for (const char* name :
+         {"out.tif", "out.tif.aux.xml", "out.tif.msk", "out.tif.msk.ovr", "out.tif.ovr", "out.tif.txt", "out.ovr"}) {
+        std::ofstream(path(name)) << "old";
+    }
+    compute({"-e", "a+1", "-b", "a=" + in, "-o", path("out.tif")});
+    EXPECT_EQ(names(), (std::vector<std::string>{"in.tif", "out.ovr", "out.tif", "out.tif.txt"}));
+    expectSame(read(path("out.tif")), {2, 3, 4});
+
+    // but not what belongs to the new one
+    for (const char* noData : {"7", "9"}) {
+        compute({"-e", "a+1", "-t", "U8", "-b", "a=" + in, "-o", path("out.tif"), "-f", "PNM", "-n", noData});
+        EXPECT_TRUE(std::filesystem::exists(path("out.tif.aux.xml")));
+        EXPECT_EQ(open(path("out.tif"))->GetRasterBand(1)->GetNoDataValue(), std::stod(noData));
+    }
 }
 
 // ---- what is printed -----------------------------------------------------------------------------

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <fstream>
 
@@ -167,6 +168,7 @@ TEST_F(BandmathFailureTest, bandsAndFiles)
              "'; name one with -f."},
         {{"-f", "Nonesuch"}, "GDAL has no driver 'Nonesuch'."},
         {{"-f", "PNG"}, "GDAL's driver 'PNG' cannot write a raster piece by piece; GTiff can."},
+        {{"-f", "MFF"}, "Cannot write '" + path("out.tif") + "': the driver gives its files other names."},
         {{"--co", "COMPRESS"}, "'COMPRESS' is not a creation option such as COMPRESS=DEFLATE."},
         {{"-p", path("none/p.png")}, "Cannot write '" + path("none/p.png") + "': No such file or directory."},
         {{"-t", "I64"},
@@ -230,6 +232,27 @@ TEST_F(BandmathFailureTest, aFullDisk)
         EXPECT_EQ(outcome.out, "");
         EXPECT_EQ(names(), m_before) << limit;
     }
+}
+
+TEST_F(BandmathFailureTest, aFullStandardOutput)
+{
+    Surroundings full;
+    full.outputFull = true;
+    expectFailure(runProgram({"-q", "-e", "a+1", "-b", "a=" + path("a.tif"), "-o", path("out.tif")}, full),
+                  "Cannot write to the standard output.");
+}
+
+// The signal of a pipe that is broken must not end the program in the middle.
+TEST_F(BandmathFailureTest, progressThatNobodyReads)
+{
+    Surroundings unread;
+    unread.errorsUnread = true;
+    const Outcome outcome =
+        runProgram({"-e", "a+1", "-b", "a=" + path("tall.tif"), "-o", path("out.tif"), "--window", "30"}, unread);
+    EXPECT_EQ(outcome.code, 0);
+    m_before.push_back("out.tif");
+    std::sort(m_before.begin(), m_before.end());
+    EXPECT_EQ(names(), m_before);
 }
 
 TEST_F(BandmathFailureTest, aBrokenInputInTheMiddle)

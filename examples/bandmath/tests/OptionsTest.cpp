@@ -201,6 +201,8 @@ TEST(Options, failures)
         {with({"--window", "4294967297"}), "--window: '4294967297' is not of the kind Int."},
         {with({"--picture-size", "3"}), "--picture-size: The value of '3' is not within [16, 1000000000]."},
         {with({"-p", "out.tif"}), "The picture and the output are one file, 'out.tif'."},
+        {with({"-p", "./out.tif"}), "The picture and the output are one file, 'out.tif'."},
+        {{"-e", "a", "-b", "a=in.tif", "-o", ""}, "The output has no name."},
         {{"-E", "/none", "-b", "a=in.tif", "-o", "out.tif"}, "Cannot read '/none': No such file or directory."},
         {{"-E", "/", "-b", "a=in.tif", "-o", "out.tif"}, "Cannot read '/': Is a directory."},
     };

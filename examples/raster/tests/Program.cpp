@@ -9,6 +9,7 @@
 
 #include <csignal>
 #include <stdexcept>
+#include <utility>
 
 namespace tools::test {
 
@@ -42,7 +43,7 @@ Channel makeTerminal()
 [[noreturn]] void becomeProgram(const std::vector<std::string>& arguments, const Surroundings& surroundings, int out,
                                 int err)
 {
-    dup2(out, STDOUT_FILENO);
+    dup2(surroundings.outputFull ? open("/dev/full", O_WRONLY | O_CLOEXEC) : out, STDOUT_FILENO);
     dup2(err, STDERR_FILENO);
     if (surroundings.fileSizeLimit >= 0) {
         const rlim_t bytes = static_cast<rlim_t>(surroundings.fileSizeLimit);
@@ -76,7 +77,10 @@ bool drain(int from, std::string& into)
 Outcome runProgram(const std::vector<std::string>& arguments, const Surroundings& surroundings)
 {
     const Channel out = makePipe();
-    const Channel err = surroundings.errorsToTerminal ? makeTerminal() : makePipe();
+    Channel err = surroundings.errorsToTerminal ? makeTerminal() : makePipe();
+    if (surroundings.errorsUnread) {
+        close(std::exchange(err.read, -1));
+    }
     const pid_t child = fork();
     if (child == 0) {
         close(out.read);

@@ -302,6 +302,8 @@ TEST_F(StretchProgram, commandLinesThatAreWrong)
         {in, out, "-p", "2,101"},
         {in, out, "-t", "Float"},
         {in, out, "--plot", out},
+        {in, out, "--plot", path("./out.tif")},
+        {in, ""},
         {in, out, "--lut", path("a"), "--plot", path("a")},
     };
     for (const std::vector<std::string>& line : lines) {
