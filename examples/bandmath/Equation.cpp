@@ -10,6 +10,7 @@
 #include "EquationText"
 #include "raster/ElementTypes"
 #include "raster/Failure"
+#include "support/EquationFailure"
 
 namespace bandmath {
 
@@ -35,7 +36,8 @@ int columnIn(const std::string& message, const std::string& text)
 
 [[noreturn]] void refuse(const std::string& message, const std::string& text, int column)
 {
-    throw Failure(message + "\n" + (column > 0 ? withCaret(text, column) : "  " + text));
+    throw Failure(message + "\n" +
+                  (column > 0 ? zet::toMultibyte(tools::withCaret(zet::toWide(text), column)) : "  " + text));
 }
 
 template <class T>

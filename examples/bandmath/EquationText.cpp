@@ -102,29 +102,4 @@ int columnOf(const std::string& text, const std::string& name)
     return std::regex_search(plain, match, word) ? static_cast<int>(match.position() + match.length()) : 0;
 }
 
-std::string withCaret(const std::string& text, int column)
-{
-    std::string shown;
-    std::size_t caret = 0;  // in columns of the shown text
-    std::size_t width = 0;
-    int counted = 0;
-    for (const char c : text) {
-        const bool continues = (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-        if (c == '\t') {
-            const std::size_t blanks = 8 - width % 8;
-            shown.append(blanks, ' ');
-            width += blanks;
-            counted = counted / 8 * 8 + 8;
-        } else {
-            shown += c;
-            width += continues ? 0 : 1;
-            ++counted;
-        }
-        if (counted <= column) {
-            caret = width;
-        }
-    }
-    return "  " + shown + "\n  " + std::string(caret > 0 ? caret - 1 : 0, ' ') + "^";
-}
-
 }  // namespace bandmath

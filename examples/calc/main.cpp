@@ -11,6 +11,7 @@
 
 #include "Options"
 #include "support/CommandLine"
+#include "support/EquationFailure"
 
 namespace calc {
 namespace {
@@ -40,26 +41,16 @@ void setVariable(zet::ZetEqnParser& equation, const ZetString& assignment)
     equation.setValue(name, value);
 }
 
-/// A line that points at the column which a message tells, below the equation; empty when it
-/// tells none, or the equation has several lines and the column does not say in which.
-ZetString pointer(const ZetString& equation, const ZetString& message)
+/// The message, and below it the equation with a caret under the column that the message tells, if it
+/// tells one. Of an equation of several lines the column does not say in which it is.
+ZetString withPlace(const ZetString& message, const ZetString& equation)
 {
-    const std::size_t mark = message.find(L'#');
-    if (message.find(L"Parsing error at column #") != 0 || equation.find(L'\n') != ZetString::npos) {
-        return ZetString();
+    const ZetString head = L"Parsing error at column #";
+    if (message.rfind(head, 0) != 0 || equation.find(L'\n') != ZetString::npos) {
+        return message;
     }
-    const long column = zet::strtol(message.c_str() + mark + 1, nullptr, 10);
-    return ZetString(static_cast<std::size_t>(std::max(column - 1, 0L)), L' ') + L"^";
-}
-
-/// The text with its tabs as blanks, with the tab stops that columns are counted by.
-ZetString withoutTabs(const ZetString& text)
-{
-    ZetString plain;
-    for (const wchar_t c : text) {
-        plain.append(c == L'\t' ? 8 - plain.size() % 8 : 1, c == L'\t' ? L' ' : c);
-    }
-    return plain;
+    const long column = zet::strtol(message.c_str() + head.size(), nullptr, 10);
+    return message + L"\n" + tools::withCaret(equation, column);
 }
 
 zet::ZetVariant valueOf(const Options& options)
@@ -68,8 +59,7 @@ zet::ZetVariant valueOf(const Options& options)
     zet::ZetEqnParser equation;
     zet::ZetTextMsg message(ZetString(), zet::ZetTextMsg::Error);
     if (!equation.parse(text, &message)) {
-        const ZetString place = pointer(text, message.text());
-        fail(message.text() + (place.empty() ? L"" : L"\n" + withoutTabs(text) + L"\n" + place), __LINE__);
+        fail(withPlace(message.text(), text), __LINE__);
     }
     for (const ZetString& assignment : options.assignments()) {
         setVariable(equation, assignment);
@@ -92,7 +82,10 @@ void run(const std::vector<std::string>& words)
     tools::CommandLine commandLine(options, kDescription, {{L"equation", L"assignments"}, {}});
     commandLine.parse(words);
     const zet::ZetVariant value = valueOf(options);
-    std::cout << zet::toMultibyte(value.value<ZetString>()) << '\n' << zet::toMultibyte(value.typeName()) << '\n';
+    std::cout << zet::toMultibyte(value.value<ZetString>()) << '\n' << zet::toMultibyte(value.typeName()) << std::endl;
+    if (!std::cout) {
+        fail(L"Cannot write to the standard output.", __LINE__);
+    }
 }
 
 }  // namespace
@@ -101,6 +94,7 @@ void run(const std::vector<std::string>& words)
 int main(int argc, char** argv)
 {
     tools::chooseLocale();
+    tools::explainDivision("calc");
     try {
         calc::run({argv, argv + argc});
         return 0;

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <string>
+
+#include "support/EquationFailure"
 
 namespace {
 
@@ -77,17 +80,36 @@ TEST(EquationText, columnOf)
     EXPECT_EQ(columnOf("red", "nir"), 0);
 }
 
-TEST(EquationText, withCaret)
+TEST(EquationFailure, withCaret)
 {
-    EXPECT_EQ(withCaret("1+", 2), "  1+\n   ^");
-    EXPECT_EQ(withCaret("a=1", 2), "  a=1\n   ^");
-    EXPECT_EQ(withCaret("abc", 1), "  abc\n  ^");
-    // a tab counts to the next multiple of 8 and is shown as blanks
-    EXPECT_EQ(withCaret("abc\t#", 9), "  abc     #\n          ^");
-    // the bytes of one character count each, but stand in one place
-    EXPECT_EQ(withCaret("\"\xC3\xA4\"#", 5), "  \"\xC3\xA4\"#\n     ^");
-    // the end of the text may be told as column 0
-    EXPECT_EQ(withCaret("", 0), "  \n  ^");
+    std::setlocale(LC_CTYPE, "C.UTF-8");
+    struct Row
+    {
+        const wchar_t* text;
+        long column;
+        const wchar_t* shown;
+    };
+    const Row rows[] = {
+        {L"1+", 2, L"  1+\n   ^"},
+        {L"a=1", 2, L"  a=1\n   ^"},
+        {L"abc", 1, L"  abc\n  ^"},
+        // a tab counts to the next multiple of 8 and is shown as blanks
+        {L"abc\t#", 9, L"  abc     #\n          ^"},
+        {L"\t\t#", 17, L"                  #\n                  ^"},
+        // the bytes of one character count each, but stand in one place, or in two
+        {L"\"\u00e4\"#", 5, L"  \"\u00e4\"#\n     ^"},
+        {L"\"\u65e5\u672c\"+#", 10, L"  \"\u65e5\u672c\"+#\n         ^"},
+        {L"\"\u65e5\"\t#", 9, L"  \"\u65e5\"    #\n          ^"},
+        // the first byte of a character stands for it
+        {L"1+\u00e4", 3, L"  1+\u00e4\n    ^"},
+        // the end of the text may be told as column 0, and there may be none
+        {L"", 0, L"  \n  ^"},
+        {L"ab", 0, L"  ab\n  ^"},
+        {L"ab", 9, L"  ab\n   ^"},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(tools::withCaret(row.text, row.column), row.shown) << row.column;
+    }
 }
 
 }  // namespace
