@@ -131,6 +131,26 @@ TEST(ZetFile, seekThatFailsGivesTheLockBack)
     EXPECT_EQ(byte, '4');
 }
 
+TEST(ZetFile, transfersThatFail)
+{
+    const ZetScratchFolder folder;
+    char byte = 'x';
+    ZetFile file;
+    ASSERT_EQ(file.open(L"/dev/full", O_RDWR, 0), 0);
+    EXPECT_EQ(file.write(&byte, 1), -1);
+    EXPECT_EQ(errno, ENOSPC);
+    EXPECT_EQ(file.write(0l, &byte, 1), -1);
+    EXPECT_EQ(errno, ENOSPC);
+    ASSERT_EQ(file.open(wide(folder.path()), O_RDONLY, 0), 0);
+    EXPECT_EQ(file.read(&byte, 1), -1);
+    EXPECT_EQ(errno, EISDIR);
+    ASSERT_EQ(file.open(wide(folder.write("file", "abc")), O_RDONLY, 0), 0);
+    EXPECT_EQ(file.write(1l, &byte, 1), -1);
+    EXPECT_EQ(errno, EBADF);
+    // the seek before it went through
+    EXPECT_EQ(file.offset(), 1);
+}
+
 TEST(ZetFile, countsAreNarrowedTo32Bits)
 {
     const ZetScratchFolder folder;

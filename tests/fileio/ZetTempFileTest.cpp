@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <set>
@@ -146,6 +147,22 @@ TEST(ZetTempFile, transfersThatFail)
     EXPECT_EQ(file.read(bytes, 4), -1);
     ASSERT_EQ(file.open(path.wstring().c_str(), L"r", false), 0);
     EXPECT_EQ(file.write("a", 1), -1);
+}
+
+// The device takes nothing, as a full disk does.
+TEST(ZetTempFile, fullDisk)
+{
+    ZetTempFile file;
+    ASSERT_EQ(file.open(L"/dev/full", L"w", false), 0);
+    const std::string much(1 << 20, 'x');
+    EXPECT_EQ(file.write(much.data(), much.size()), -1);
+    // what lies in the buffer fails at the end, and the file is closed all the same
+    ASSERT_EQ(file.open(L"/dev/full", L"w", false), 0);
+    EXPECT_EQ(file.write("a", 1), 1);
+    EXPECT_EQ(file.close(), EOF);
+    EXPECT_EQ(file.name(), L"");
+    EXPECT_EQ(file.write("a", 1), -1);
+    EXPECT_EQ(file.close(), 0);
 }
 
 TEST(ZetTempFile, fileToStreamEndsAtThePosition)
