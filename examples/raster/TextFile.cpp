@@ -5,10 +5,18 @@
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <string_view>
 
 #include "raster/Failure"
 
 namespace tools {
+
+namespace {
+
+/// What some editors put in front of UTF-8.
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+}  // namespace
 
 zet::ZetString readText(const std::string& name)
 {
@@ -18,7 +26,9 @@ zet::ZetString readText(const std::string& name)
         throw Failure("Cannot read '" + name + "': " + std::strerror(errno) + ".");
     }
     try {
-        return zet::toWide(std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()));
+        std::string text(std::istreambuf_iterator<char>(file), {});
+        text.erase(0, text.rfind(kByteOrderMark, 0) == 0 ? kByteOrderMark.size() : 0);
+        return zet::toWide(text);
     } catch (const std::length_error&) {
         throw Failure("'" + name + "' is not text of the locale.");
     }

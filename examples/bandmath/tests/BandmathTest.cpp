@@ -567,6 +567,12 @@ TEST_F(BandmathTest, statistics)
     // they are those of the pixels as written
     EXPECT_EQ(m_outcome.out, path("out.tif") + ": 4 x 1, U8\ncount    4\nminimum  2\nmaximum  100\nmean     28.5\n");
     EXPECT_EQ(m_outcome.err, "");
+
+    outputOver(makeRow("ends.tif", GDT_Float32, {kInfinity, -kInfinity}), "a");
+    EXPECT_EQ(m_outcome.out,
+              path("out.tif") + ": 2 x 1, Float\ncount    2\nminimum  -inf\nmaximum  inf\nmean     nan\n");
+    outputOver(makeRow("zero.tif", GDT_Float64, {-0.0}), "a");
+    EXPECT_EQ(m_outcome.out, path("out.tif") + ": 1 x 1, Double\ncount    1\nminimum  0\nmaximum  0\nmean     0\n");
 }
 
 TEST_F(BandmathTest, progressInALog)

@@ -217,6 +217,11 @@ TEST_F(RasterTest, theEquationOfAFile)
     const std::string in = makeRow("in.tif", GDT_Byte, {1, 2, 3});
     compute({"-E", path("equation.txt"), "-b", "a=" + in, "-o", path("out.tif")});
     EXPECT_EQ(read(path("out.tif")), (Numbers{2, 3, 4}));
+    // as some editors write it
+    std::ofstream(path("marked.txt")) << "\xEF\xBB\xBF"
+                                         "a\r\n+ 2\r\n";
+    compute({"-E", path("marked.txt"), "-b", "a=" + in, "-o", path("out.tif")});
+    EXPECT_EQ(read(path("out.tif")), (Numbers{3, 4, 5}));
     // an empty one is no failure of the command line
     std::ofstream(path("empty.txt")) << "";
     const Outcome outcome = runProgram({"-E", path("empty.txt"), "-b", "a=" + in, "-o", path("out.tif")});
