@@ -62,21 +62,22 @@ int ZetTempFile::open(const wchar_t* mode, bool deleteOnClose)
 int ZetTempFile::open(const wchar_t* name, const wchar_t* mode, bool deleteOnClose)
 {
     // \p name may be that of the file that is open
-    const ZetString newName = name ? name : L"";
+    ZetString newName = name ? name : L"";
     close();
     m_deleteOnClose = deleteOnClose;
     if (!mode || *mode == 0) {
         post(L"The passed mode for file open cannot be null or empty.", __LINE__);
         return -1;
     }
-    const std::string platformName = toMultibyte(newName);
+    std::string platformName = toMultibyte(newName);
     m_stream = std::fopen(platformName.c_str(), toMultibyte(mode).c_str());
     if (!m_stream) {
         post(L"Unable to fopen(" + ZetString(mode) + L") temporary file '" + newName + L"'.", __LINE__);
         return -1;
     }
-    m_name = newName;
-    m_platformName = platformName;
+    // nothing here can fail, so that a file which was made is one that close() removes
+    m_name.swap(newName);
+    m_platformName.swap(platformName);
     return 0;
 }
 
