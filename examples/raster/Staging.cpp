@@ -14,6 +14,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr fs::perms kWrite = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+
 [[noreturn]] void refuse(const fs::path& target, const std::string& reason)
 {
     throw Failure("Cannot write '" + target.string() + "': " + reason + ".");
@@ -39,6 +41,10 @@ Staging::Staging(const std::string& target) : m_target(placeOf(target))
     const fs::file_status status = fs::status(m_target, ignored);
     if (fs::exists(status) && !fs::is_regular_file(status)) {
         refuse(target, "it is not a regular file");
+    }
+    // Moving a file over another one would not ask for that.
+    if (fs::exists(status) && (status.permissions() & kWrite) == fs::perms::none) {
+        refuse(target, "it is write-protected");
     }
     std::string folder = (m_target.parent_path() / ".zet-XXXXXX").string();
     if (!mkdtemp(folder.data())) {

@@ -209,6 +209,8 @@ TEST_F(BandmathFailureTest, anExistingOutputStaysAsItIs)
     full.fileSizeLimit = 0;
     runProgram({"-q", "-e", "a+1", "-b", "a=" + path("a.tif"), "-o", path("out.tif")}, full);
     EXPECT_EQ(names(), m_before);
+    std::filesystem::permissions(path("out.tif"), std::filesystem::perms::owner_read);
+    expectFailure(run("a + 1", {}), "Cannot write '" + path("out.tif") + "': it is write-protected.");
     std::string text;
     std::ifstream(path("out.tif")) >> text;
     EXPECT_EQ(text, "precious");
