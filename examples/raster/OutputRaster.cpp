@@ -1,5 +1,6 @@
 #include "raster/OutputRaster"
 
+#include <cpl_error.h>
 #include <cpl_string.h>
 
 #include <filesystem>
@@ -49,6 +50,23 @@ GDALDriver& driverByExtension(const std::string& file)
                   "'; name one with -f.");
 }
 
+/// The creation options of the user, which GDAL would only warn of when the driver does not know them.
+CPLStringList askedOptions(const OutputPlace& place, GDALDriver& driver)
+{
+    CPLStringList list;
+    for (const std::string& option : place.creationOptions) {
+        const std::size_t equals = option.find('=');
+        if (equals == std::string::npos) {
+            throw Failure("'" + option + "' is not a creation option such as COMPRESS=DEFLATE.");
+        }
+        list.SetNameValue(option.substr(0, equals).c_str(), option.substr(equals + 1).c_str());
+    }
+    if (!GDALValidateCreationOptions(&driver, list.List())) {
+        throw Failure("Cannot write '" + place.file + "': " + CPLGetLastErrorMsg());
+    }
+    return list;
+}
+
 /// Storage like that of the model where the format is one that leaves the choice.
 CPLStringList creationOptions(const OutputPlace& place, GDALDriver& driver, GDALRasterBand& model, bool signedByte)
 {
@@ -67,13 +85,8 @@ CPLStringList creationOptions(const OutputPlace& place, GDALDriver& driver, GDAL
     if (signedByte) {
         list.SetNameValue("PIXELTYPE", "SIGNEDBYTE");
     }
-    for (const std::string& option : place.creationOptions) {
-        const std::size_t equals = option.find('=');
-        if (equals == std::string::npos) {
-            throw Failure("'" + option + "' is not a creation option such as COMPRESS=DEFLATE.");
-        }
-        list.SetNameValue(option.substr(0, equals).c_str(), option.substr(equals + 1).c_str());
-    }
+    const CPLStringList asked = askedOptions(place, driver);
+    list.Assign(CSLMerge(list.StealList(), asked.List()));
     return list;
 }
 

@@ -192,6 +192,19 @@ TEST_F(BandmathFailureTest, bandsAndFiles)
     }
 }
 
+// GDAL tells of these in words of its own, and would go on.
+TEST_F(BandmathFailureTest, creationOptionsThatTheDriverDoesNotKnow)
+{
+    const char* const rows[][2] = {{"COMPRES=LZW", "COMPRES"}, {"COMPRESS=LZV", "LZV"}, {"BLOCKXSIZE=wide", "wide"}};
+    for (const auto& row : rows) {
+        const Outcome outcome = run("a", {"--co", row[0]});
+        EXPECT_EQ(outcome.code, 1);
+        EXPECT_EQ(outcome.err.find("bandmath: Cannot write '" + path("out.tif") + "': "), 0u) << outcome.err;
+        EXPECT_NE(outcome.err.find(row[1]), std::string::npos) << outcome.err;
+        EXPECT_EQ(names(), m_before);
+    }
+}
+
 TEST_F(BandmathFailureTest, aReductionOfWindows)
 {
     expectFailure(run("a - median(a)", {"-b", "a=" + path("tall.tif"), "--window", "30"}),
