@@ -87,7 +87,9 @@ TEST(ZetVariant, constructs)
         }
         // a clone has a value of its own, and is of the same class
         const ZetVariantIFPtr clone(row.variant.implementation()->clone());
-        EXPECT_EQ(typeid(*clone), typeid(*row.variant.implementation()));
+        const ZetVariantIF& original = *row.variant.implementation();
+        const ZetVariantIF& copy = *clone;
+        EXPECT_EQ(typeid(copy), typeid(original));
         EXPECT_NE(clone->data(), row.variant.data());
     }
 }
