@@ -59,28 +59,9 @@ void turn(double* __restrict x, double* __restrict y, const ZetSingularValues::R
     }
 }
 
-/// Whether a sum of squares can be trusted: none of them has overflowed, and none has lost digits that
-/// count.
-bool isSafe(double squares)
-{
-    return squares > 1e-280 && squares < 1e300;
-}
-
-/// What std::hypot() answers, but for the last digit: the function itself is only asked, for it takes
-/// long, where the squares go too far.
-double hypotenuse(double x, double y)
-{
-    const double squares = x * x + y * y;
-    return isSafe(squares) ? std::sqrt(squares) : std::hypot(x, y);
-}
-
-/// The length of a vector, in the same way.
+/// The length of a vector, which neither overflows nor loses digits on the way.
 double length(const double* x, Index count)
 {
-    const double squares = scalarProduct(x, x, count);
-    if (isSafe(squares)) {
-        return std::sqrt(squares);
-    }
     return std::accumulate(x, x + count, 0.0, [](double sum, double value) { return std::hypot(sum, value); });
 }
 
@@ -129,7 +110,7 @@ std::vector<double> transposed(const ZetMatrix& matrix)
 
 }  // namespace
 
-ZetSingularValues::Rotation::Rotation(double f, double g) : length(hypotenuse(f, g))
+ZetSingularValues::Rotation::Rotation(double f, double g) : length(std::hypot(f, g))
 {
     if (length != 0.0) {
         cosine = f / length;
