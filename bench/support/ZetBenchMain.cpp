@@ -35,6 +35,8 @@ public:
 
     void Finalize() override
     {
+        // they ran in any order
+        std::sort(m_rows.begin(), m_rows.end());
         for (const auto& row : m_rows) {
             print(row);
         }
