@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <limits>
 #include <type_traits>
 
 #include <zet/ZetCoreFunctions>
@@ -54,6 +55,35 @@ T entryOf(double v)
     } else {
         return static_cast<T>(internal::truncateToInt64(v + 0.5));
     }
+}
+
+/// Whether a value is cut in 32 bits as it is in 64; false for NaN.
+bool isSmall(double v)
+{
+    return std::abs(v) < 0x1p30;
+}
+
+/// Writes \p count entries of the line through x, x + 1 ...
+/// Returns  the place behind them.
+template <class T>
+T* fillLine(T* out, long count, double x, double slope, double intercept)
+{
+    // whole numbers of at most 33 bits are added without rounding
+    const auto valueAt = [=](auto i) { return (x + static_cast<double>(i)) * slope + intercept; };
+    if constexpr (std::is_integral_v<T>) {
+        // all values lie between those of the ends, for rounding keeps their order
+        if (isSmall(valueAt(0L)) && isSmall(valueAt(count - 1)) && count <= std::numeric_limits<int>::max()) {
+            for (int i = 0; i < static_cast<int>(count); ++i) {
+                const double v = valueAt(i);
+                out[i] = static_cast<T>(static_cast<int>(v + (std::is_signed_v<T> ? std::copysign(0.5, v) : 0.5)));
+            }
+            return out + count;
+        }
+    }
+    for (long i = 0; i < count; ++i) {
+        out[i] = entryOf<T>(valueAt(i));
+    }
+    return out + count;
 }
 
 }  // namespace
@@ -255,10 +285,7 @@ void ZetBreakPointLut::calculateLUT(T* out, const std::vector<ZetBreakPoint>& po
         } else if (dx >= 1) {
             const double slope = dy / static_cast<double>(dx);
             const double intercept = a.out() - a.in() * slope;
-            double x = a.in();
-            for (T* const end = out + dx; out != end; x += 1.0) {
-                *out++ = entryOf<T>(x * slope + intercept);
-            }
+            out = fillLine(out, dx, a.in(), slope, intercept);
         }
     }
     std::fill_n(out, maxIn - last.in() + 1, entryOf<T>(last.out()));
