@@ -153,8 +153,9 @@ void* ZetBuffer::reallocate(unsigned long size, bool preserve)
 /// buffer is left without a block, and nothing is reported.
 void ZetBuffer::resizeBlock(unsigned long size)
 {
+    const bool inPlace = m_ownsMemory && !m_external;
     void* block = nullptr;
-    if (!m_ownsMemory || m_external) {
+    if (!inPlace) {
         block = internal::acquireBlock(size);
         if (block) {
             std::memcpy(block, m_data, std::min(m_size, size));
@@ -162,8 +163,8 @@ void ZetBuffer::resizeBlock(unsigned long size)
     } else if (size != 0) {
         block = std::realloc(m_data, size);
     }
-    const bool hasMoved = block && m_ownsMemory && !m_external;
-    if (m_ownsMemory && !hasMoved) {
+    const bool isGone = inPlace && block;
+    if (m_ownsMemory && !isGone) {
         std::free(m_data);
     }
     m_data = block;
