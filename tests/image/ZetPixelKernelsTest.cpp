@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <random>
 #include <string>
 
@@ -131,6 +132,71 @@ TEST_P(ZetPixelKernelBuilds, combineAsThePlainest)
     }
 }
 
+/// One operation, rounded to double: through memory, so that no compiler joins it with another one.
+double rounded(int op, double x, double y)
+{
+    volatile double result = op == kAdd ? x + y : op == kSubtract ? x - y : op == kMultiply ? x * y : x / y;
+    return result;
+}
+
+/// Doubles of all sizes with NaN, infinities, zeros and the least numbers among them.
+std::vector<double> doubles(unsigned long seed, std::size_t count)
+{
+    const double special[] = {NAN, HUGE_VAL, -HUGE_VAL, 0.0, -0.0, 5e-324, -5e-324, 0x1p-1022, 0x1.fffffffffffffp1023};
+    std::mt19937_64 random(seed);
+    std::vector<double> values(count);
+    for (double& value : values) {
+        const unsigned long bits = random();
+        const double fraction = static_cast<double>(bits >> 11) * 0x1p-52 - 1.0;
+        value = bits % 16 == 0 ? special[bits / 16 % std::size(special)]
+                               : std::ldexp(fraction, static_cast<int>(bits / 16 % 64) - 32);
+    }
+    return values;
+}
+
+TEST_P(ZetPixelKernelBuilds, chainsRoundEachOperation)
+{
+    constexpr std::size_t count = 523;  // no multiple of a vector
+    const std::vector<double> x = doubles(1, count);
+    const std::vector<double> y = doubles(2, count);
+    const std::vector<double> z = doubles(3, count);
+    for (int first = 0; first < kArithmeticCount; ++first) {
+        for (int second = 0; second < kArithmeticCount; ++second) {
+            for (int turned = 0; turned < 2; ++turned) {
+                std::vector<double> expected(count);
+                for (std::size_t i = 0; i < count; ++i) {
+                    const double inner = rounded(first, x[i], y[i]);
+                    expected[i] = turned ? rounded(second, z[i], inner) : rounded(second, inner, z[i]);
+                }
+                for (int place = 0; place < 4; ++place) {  // the result stands apart, or on one operand
+                    SCOPED_TRACE(testing::Message()
+                                 << first << " then " << second << (turned ? " turned" : "") << " in place " << place);
+                    std::vector<double> runs[4] = {x, y, z, std::vector<double>(count)};
+                    std::vector<double>& found = runs[(place + 3) % 4];
+                    const double* const operands[] = {runs[0].data(), runs[1].data(), runs[2].data()};
+                    build().chain[first][second][turned](operands[0], operands[1], operands[2], found.data(), count);
+                    expectSame(expected, found);
+                }
+            }
+        }
+    }
+}
+
+TEST_P(ZetPixelKernelBuilds, chainsOfOneRunAndOfAnyLength)
+{
+    const std::vector<double> x = doubles(4, 70);
+    for (std::size_t count = 0; count < x.size(); ++count) {
+        std::vector<double> expected = x;
+        std::vector<double> found = x;
+        for (std::size_t i = 0; i < count; ++i) {
+            expected[i] = rounded(kSubtract, x[i], rounded(kMultiply, x[i], x[i]));
+        }
+        build().chain[kMultiply][kSubtract][1](found.data(), found.data(), found.data(), found.data(), count);
+        SCOPED_TRACE(count);
+        expectSame(expected, found);
+    }
+}
+
 TEST_P(ZetPixelKernelBuilds, mapAndGatherAsThePlainest)
 {
     for (int column = 0; column < kColumns; ++column) {
@@ -199,6 +265,11 @@ TEST(ZetPixelKernels, noBuildFusesProductsAndSums)
         for (std::size_t i = 0; i < out.size(); i += 2) {
             EXPECT_EQ(out[i], 0.0) << build.name;
         }
+        // a*b - p with p = a*b rounded
+        const double square = 1.0 + 0x1p-29;
+        std::vector<double> squareRun(64, square);
+        build.kernels->chain[kMultiply][kSubtract][0](squares.data(), squares.data(), squareRun.data(), out.data(), 64);
+        EXPECT_EQ(out, std::vector<double>(64, 0.0)) << build.name;
     }
 }
 
