@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
+#include <limits>
 #include <random>
 #include <string>
 
@@ -152,6 +153,46 @@ std::vector<double> doubles(unsigned long seed, std::size_t count)
                                : std::ldexp(fraction, static_cast<int>(bits / 16 % 64) - 32);
     }
     return values;
+}
+
+/// Elements of 8 or 16 bits: the ends of the range, zero, and what lies between.
+template <class T>
+std::vector<T> smallIntegers(unsigned long seed, std::size_t count)
+{
+    const T special[] = {std::numeric_limits<T>::min(), std::numeric_limits<T>::max(), 0, 1};
+    std::mt19937_64 random(seed);
+    std::vector<T> values(count);
+    for (T& value : values) {
+        const unsigned long bits = random();
+        value = bits % 2 == 0 ? special[bits / 2 % 4] : static_cast<T>(bits >> 32);
+    }
+    return values;
+}
+
+TEST_P(ZetPixelKernelBuilds, sumsAndDifferencesOfSmallIntegersAreThoseOfDoubles)
+{
+    using Small = ZetTypes<signed char, unsigned char, short, unsigned short>;
+    constexpr std::size_t count = 1003;
+    for (int a = 0; a < 4; ++a) {
+        for (int b = 0; b < 4; ++b) {
+            visitElement(a, Small(), [&](auto tagA) {
+                visitElement(b, Small(), [&](auto tagB) {
+                    const auto x = smallIntegers<typename decltype(tagA)::type>(1, count);
+                    const auto y = smallIntegers<typename decltype(tagB)::type>(2, count);
+                    for (const int op : {kAdd, kSubtract}) {
+                        std::vector<double> expected(count);
+                        std::vector<double> found(count);
+                        for (std::size_t i = 0; i < count; ++i) {
+                            expected[i] = rounded(op, x[i], y[i]);
+                        }
+                        build().combine[op].left[a].at[b](x.data(), y.data(), found.data(), count);
+                        SCOPED_TRACE(testing::Message() << "operator " << op << " of " << a << " and " << b);
+                        expectSame(expected, found);
+                    }
+                });
+            });
+        }
+    }
 }
 
 TEST_P(ZetPixelKernelBuilds, chainsRoundEachOperation)
