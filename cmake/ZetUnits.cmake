@@ -54,6 +54,7 @@ set(ZET_UNITS
   fileio/ZetFile
   fileio/ZetFileInfo
   eqn/ZetFlexScanner
+  eqn/ZetFusedEvaluation
   image/ZetGeodeticFunctions
   lut/ZetHistogram
   lut/ZetHistogram_p
@@ -88,6 +89,8 @@ set(ZET_UNITS
   eqn/ZetOperand
   persist/ZetParameter
   persist/ZetParameterList
+  eqn/ZetPendingTile
+  eqn/ZetPendingTileFunctions
   image/ZetPixelKernels
   image/ZetROI
   quantity/ZetRational
@@ -110,6 +113,8 @@ set(ZET_UNITS
   core/ZetTextMsg
   image/ZetTiePoint
   image/ZetTileGrid
+  eqn/ZetTileMemory
+  eqn/ZetTileStep
   fileio/ZetTokenizer
   fileio/ZetTokenizer_p
   core/ZetTypeID

@@ -1,6 +1,7 @@
 #include "eqn/ZetConstNode"
 
 #include "core/ZetUnitInit"
+#include "eqn/ZetOperand"
 
 namespace zet {
 namespace internal {
@@ -18,6 +19,11 @@ ZetConstNode* ZetConstNode::clone() const
 ZetVariant ZetConstNode::evaluate()
 {
     return m_value;
+}
+
+ZetOperand ZetConstNode::operand()
+{
+    return ZetOperand::ofLeaf(m_value);
 }
 
 }  // namespace internal

@@ -1,6 +1,7 @@
 #include "eqn/ZetDeepEvaluation"
 
 #include "core/ZetUnitInit"
+#include "eqn/ZetOperand"
 
 namespace zet {
 namespace internal {
@@ -77,7 +78,7 @@ ZetVariant evaluateDeep(ZetFcnNode* root, int maxHeight)
     for (;;) {
         Call& call = calls.back();
         try {
-            const ZetVariant value = call.node->callWith(call.args);
+            const ZetVariant value = call.node->callWith(call.args).value();
             calls.pop_back();
             if (calls.empty()) {
                 return value;

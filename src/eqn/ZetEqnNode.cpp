@@ -1,6 +1,7 @@
 #include "eqn/ZetEqnNode"
 
 #include "core/ZetUnitInit"
+#include "eqn/ZetOperand"
 
 namespace zet {
 namespace internal {
@@ -38,6 +39,11 @@ ZetVarNode* ZetEqnNode::toVarNode()
 ZetFcnNode* ZetEqnNode::toFcnNode()
 {
     return nullptr;
+}
+
+ZetOperand ZetEqnNode::operand()
+{
+    return evaluate();
 }
 
 }  // namespace internal

@@ -9,6 +9,7 @@
 #include "eqn/ZetConstNode"
 #include "eqn/ZetFcnNode"
 #include "eqn/ZetFlexScanner"
+#include "eqn/ZetOperand"
 #include "zet_grammar.hh"
 
 namespace zet {
@@ -204,11 +205,23 @@ void ZetEqnParser_p::setValue(const ZetString& name, const ZetVariant& value)
     // The value may be the result itself, or lie in the one that is replaced.
     const ZetVariant kept = value;
     if (m_result.isValid()) {
-        m_result.clear();
+        m_memory.release(m_result);
     }
     for (const ZetVarNodePtr& node : found->second) {
         node->setValue(kept);
     }
+}
+
+ZetVariant ZetEqnParser_p::valueOf(const ZetEqnNodePtr& tree)
+{
+    return tree->operand().value(m_memory);
+}
+
+void ZetEqnParser_p::define(const ZetString& name, const ZetVariant& value)
+{
+    ZetVariant before = this->value(name);
+    setValue(name, value);
+    m_memory.release(before);
 }
 
 const ZetVariant& ZetEqnParser_p::evaluate(ZetTextMsg* message)
@@ -219,9 +232,9 @@ const ZetVariant& ZetEqnParser_p::evaluate(ZetTextMsg* message)
     try {
         ZetVariant value;
         for (auto equation = m_equations.rbegin(); equation != m_equations.rend(); ++equation) {
-            value = equation->second->evaluate();
+            value = valueOf(equation->second);
             if (!equation->first.empty()) {
-                setValue(equation->first, value);
+                define(equation->first, value);
             }
         }
         m_result = value;

@@ -7,6 +7,7 @@
 #include "core/ZetUnitInit"
 #include "eqn/ZetConstNode"
 #include "eqn/ZetDeepEvaluation"
+#include "eqn/ZetOperand"
 #include "eqn/ZetVarNode"
 
 namespace zet {
@@ -36,6 +37,7 @@ ZetFcnNode::ZetFcnNode(const ZetString& name, const ZetMathFcn::ZetFcnInfo& info
       m_minArgs(std::abs(info.nArgs)),
       m_name(name),
       m_fcn(info.fcn),
+      m_operandFcn(info.operandFcn),
       m_args(args),
       m_height(0)
 {
@@ -53,6 +55,7 @@ ZetFcnNode::ZetFcnNode(const ZetFcnNode& other, WithoutArgs)
       m_minArgs(other.m_minArgs),
       m_name(other.m_name),
       m_fcn(other.m_fcn),
+      m_operandFcn(other.m_operandFcn),
       m_height(other.m_height)
 {}
 
@@ -62,6 +65,7 @@ ZetFcnNode& ZetFcnNode::operator=(const ZetFcnNode& other)
     m_minArgs = other.m_minArgs;
     m_name = other.m_name;
     m_fcn = other.m_fcn;
+    m_operandFcn = other.m_operandFcn;
     copyArgs(other.m_args);
     return *this;
 }
@@ -83,12 +87,17 @@ ZetFcnNode* ZetFcnNode::clone() const
 
 ZetVariant ZetFcnNode::evaluate()
 {
+    return operand().value();
+}
+
+ZetOperand ZetFcnNode::operand()
+{
     return m_height > kMaxRecursion ? evaluateDeep(this, kMaxRecursion) : callWith(m_args);
 }
 
-ZetVariant ZetFcnNode::callWith(std::vector<ZetEqnNodePtr>& args) const
+ZetOperand ZetFcnNode::callWith(std::vector<ZetEqnNodePtr>& args) const
 {
-    return m_fcn && hasFittingArgs() ? m_fcn(args) : ZetVariant();
+    return m_operandFcn && hasFittingArgs() ? m_operandFcn(args) : ZetOperand(ZetVariant());
 }
 
 bool ZetFcnNode::hasFittingArgs() const

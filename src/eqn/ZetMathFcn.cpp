@@ -1,13 +1,14 @@
 #include "eqn/ZetMathFcn"
 
 #include "core/ZetUnitInit"
+#include "eqn/ZetOperand"
 
 namespace zet {
 namespace internal {
 
 const std::map<ZetString, ZetMathFcn::ZetFcnInfo>& ZetMathFcn::functionMap()
 {
-#define ZET_FUNCTION_ENTRY(Name, Count) {L"" #Name, {Count, &ZetMathFcn::Name}},
+#define ZET_FUNCTION_ENTRY(Name, Count) {L"" #Name, {Count, &ZetMathFcn::Name, &Operands::Name}},
     static const std::map<ZetString, ZetFcnInfo> table = {ZET_EQN_FUNCTIONS(ZET_FUNCTION_ENTRY)};
 #undef ZET_FUNCTION_ENTRY
     return table;
@@ -20,10 +21,18 @@ bool ZetMathFcn::isValid(const ZetString& name)
 
 const ZetMathFcn::ZetFcnInfo& ZetMathFcn::fromString(const ZetString& name)
 {
-    static const ZetFcnInfo none = {0, nullptr};
+    static const ZetFcnInfo none = {0, nullptr, nullptr};
     const auto found = functionMap().find(toLower(name));
     return found == functionMap().end() ? none : found->second;
 }
+
+#define ZET_DEFINE_FUNCTION(Name, Count)          \
+    ZetVariant ZetMathFcn::Name(ZetEqnArgs& args) \
+    {                                             \
+        return Operands::Name(args).value();      \
+    }
+ZET_EQN_FUNCTIONS(ZET_DEFINE_FUNCTION)
+#undef ZET_DEFINE_FUNCTION
 
 }  // namespace internal
 }  // namespace zet

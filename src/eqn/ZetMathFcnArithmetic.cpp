@@ -6,7 +6,7 @@
 #include <functional>
 #include <limits>
 #include <sstream>
-#include <type_traits>
+#include <utility>
 
 #include "core/ZetUnitInit"
 #include "eqn/ZetMathFcn"
@@ -16,24 +16,20 @@ namespace zet {
 namespace internal {
 namespace {
 
-/// Whether the operation has a number on the left of a tile by swapping the two.
+/// An operator over numbers, and over tiles. Sums and products have a number on the left of a tile
+/// by swapping the two.
 template <class Operation>
-constexpr bool isCommutative = std::is_same_v<Operation, std::plus<>> || std::is_same_v<Operation, std::multiplies<>>;
-
-template <class Operation, class Number>
-ZetEqnTile numberWithTile(Operation operation, const Number& number, const ZetEqnTile& tile)
+struct Arithmetic
 {
-    if constexpr (isCommutative<Operation>) {
-        return operation(tile, number);
-    } else {
-        return operation(number, tile);
-    }
-}
+    ZetArithmetic ofTiles;
+    bool isCommutative;
+    ZetOperand (*onText)(ZetOperand&, ZetOperand&);
+};
 
 /// Calls \p fn with what a number is beside a tile: a complex number only where there is an
 /// imaginary part, else a double. Units are dropped.
 template <class Fn>
-ZetEqnTile withPlainNumber(const ZetOperand& number, Fn fn)
+ZetPendingTile withPlainNumber(ZetOperand& number, Fn fn)
 {
     const std::complex<double> value = number.value().value<std::complex<double>>();
     if (value.imag() != 0.0) {
@@ -43,10 +39,11 @@ ZetEqnTile withPlainNumber(const ZetOperand& number, Fn fn)
 }
 
 template <class Operation>
-ZetVariant arithmetic(ZetEqnArgs& args, Operation operation, ZetVariant (*onText)(const ZetOperand&, const ZetOperand&))
+ZetOperand apply(const Arithmetic<Operation>& arithmetic, ZetEqnArgs& args)
 {
-    ZetOperand a(args[0]);
-    ZetOperand b(args[1]);
+    const Operation operation;
+    ZetOperand a = ZetOperand::of(args[0]);
+    ZetOperand b = ZetOperand::of(args[1]);
     ZetOperand::pair(a, b);
     if (a.isDouble() && b.isDouble()) {
         return operation(a.toDouble(), b.toDouble());
@@ -55,16 +52,29 @@ ZetVariant arithmetic(ZetEqnArgs& args, Operation operation, ZetVariant (*onText
         return operation(a.toScalar(), b.toScalar());
     }
     if (a.isTile() && b.isTile()) {
-        return operation(a.tile(), b.tile());
+        return ZetPendingTile::combine(arithmetic.ofTiles, a.takeTile(), b.takeTile());
     }
     if (a.isTile() && b.isNumber()) {
-        return withPlainNumber(b, [&](const auto& number) { return operation(a.tile(), number); });
+        return withPlainNumber(
+            b, [&](const auto& number) { return ZetPendingTile::combine(arithmetic.ofTiles, a.takeTile(), number); });
     }
     if (a.isNumber() && b.isTile()) {
-        return withPlainNumber(a, [&](const auto& number) { return numberWithTile(operation, number, b.tile()); });
+        return withPlainNumber(a, [&](const auto& number) {
+            return arithmetic.isCommutative ? ZetPendingTile::combine(arithmetic.ofTiles, b.takeTile(), number)
+                                            : ZetPendingTile::combine(arithmetic.ofTiles, number, b.takeTile());
+        });
     }
-    return onText(a, b);
+    return arithmetic.onText(a, b);
 }
+
+template <const wchar_t* Name>
+ZetOperand refuseText(ZetOperand&, ZetOperand&)
+{
+    throwBadArgError(Name, __LINE__);
+}
+
+constexpr wchar_t kSubtractName[] = L"subtract";
+constexpr wchar_t kDivideName[] = L"divide";
 
 /// The text of \p value in a concatenation with \p other. Beside a value that was never set, a
 /// number stands in the default stream format, so that x+1 without x is "1", not "1.0".
@@ -97,8 +107,8 @@ int remainderOf(int dividend, int divisor)
 }
 
 using Scalar = const ZetScalar&;
-using Tile = const ZetEqnTile&;
-using Other = const ZetOperand&;
+using Tile = ZetPendingTile;
+using Other = ZetOperand&;
 
 /// A function of two operands. A null pointer says: doubles compute as scalars, with a ComplexDouble
 /// as the result; scalars are not served; a tile as the first operand is not served.
@@ -107,23 +117,23 @@ struct TwoOperands
     const wchar_t* name;
     double (*onDoubles)(double, double);
     ZetScalar (*onScalars)(Scalar, Scalar);
-    ZetEqnTile (*onTile)(Tile, Other);
+    ZetPendingTile (*onTile)(Tile, Other);
 };
 
-ZetVariant apply(const TwoOperands& function, ZetEqnArgs& args)
+ZetOperand apply(const TwoOperands& function, ZetEqnArgs& args)
 {
-    ZetOperand a(args[0]);
-    ZetOperand b(args[1]);
+    ZetOperand a = ZetOperand::of(args[0]);
+    ZetOperand b = ZetOperand::of(args[1]);
     ZetOperand::pair(a, b);
     if (a.isDouble() && b.isDouble()) {
-        return function.onDoubles ? ZetVariant(function.onDoubles(a.toDouble(), b.toDouble()))
-                                  : complexResult(function.onScalars(a.toDouble(), b.toDouble()));
+        return function.onDoubles ? ZetOperand(function.onDoubles(a.toDouble(), b.toDouble()))
+                                  : ZetOperand(complexResult(function.onScalars(a.toDouble(), b.toDouble())));
     }
     if (function.onScalars && a.isScalar() && b.isScalar()) {
         return function.onScalars(a.toScalar(), b.toScalar());
     }
     if (function.onTile && a.isTile()) {
-        return function.onTile(a.tile(), b);
+        return function.onTile(a.takeTile(), b);
     }
     throwBadArgError(function.name, __LINE__);
 }
@@ -150,114 +160,115 @@ ZetVariant ZetMathFcn::multiplyStrings(const ZetVariant& a, const ZetVariant& b)
     return repeated;
 }
 
-ZetVariant ZetMathFcn::add(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::add(ZetEqnArgs& args)
 {
-    return arithmetic(args, std::plus<>(),
-                      [](const ZetOperand& a, const ZetOperand& b) { return concatStrings(a.value(), b.value()); });
+    static const Arithmetic<std::plus<>> addition = {
+        kAdd, true, [](ZetOperand& a, ZetOperand& b) -> ZetOperand { return concatStrings(a.value(), b.value()); }};
+    return apply(addition, args);
 }
 
-ZetVariant ZetMathFcn::subtract(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::subtract(ZetEqnArgs& args)
 {
-    return arithmetic(args, std::minus<>(), [](const ZetOperand&, const ZetOperand&) -> ZetVariant {
-        throwBadArgError(L"subtract", __LINE__);
-    });
+    static const Arithmetic<std::minus<>> subtraction = {kSubtract, false, &refuseText<kSubtractName>};
+    return apply(subtraction, args);
 }
 
-ZetVariant ZetMathFcn::multiply(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::multiply(ZetEqnArgs& args)
 {
-    return arithmetic(args, std::multiplies<>(), [](const ZetOperand& a, const ZetOperand& b) {
-        if (!a.isNumber() && !b.isNumber()) {
-            throwBadArgError(L"multiply", __LINE__);
-        }
-        return multiplyStrings(a.value(), b.value());
-    });
+    static const Arithmetic<std::multiplies<>> multiplication = {kMultiply, true,
+                                                                 [](ZetOperand& a, ZetOperand& b) -> ZetOperand {
+                                                                     if (!a.isNumber() && !b.isNumber()) {
+                                                                         throwBadArgError(L"multiply", __LINE__);
+                                                                     }
+                                                                     return multiplyStrings(a.value(), b.value());
+                                                                 }};
+    return apply(multiplication, args);
 }
 
-ZetVariant ZetMathFcn::divide(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::divide(ZetEqnArgs& args)
 {
-    return arithmetic(args, std::divides<>(), [](const ZetOperand&, const ZetOperand&) -> ZetVariant {
-        throwBadArgError(L"divide", __LINE__);
-    });
+    static const Arithmetic<std::divides<>> division = {kDivide, false, &refuseText<kDivideName>};
+    return apply(division, args);
 }
 
 // KEPT: a divisor of 0 is not tested and ends the process. Test: ZetMathFcnDeathTest.modFaults.
-ZetVariant ZetMathFcn::mod(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::mod(ZetEqnArgs& args)
 {
-    const ZetOperand a(args[0]);
-    const ZetOperand b(args[1]);
+    ZetOperand a = ZetOperand::of(args[0]);
+    ZetOperand b = ZetOperand::of(args[1]);
     if (!a.isDouble() || !b.isDouble()) {
         throwBadArgError(L"mod (%)", __LINE__);
     }
     return remainderOf(a.toInt(), b.toInt());
 }
 
-ZetVariant ZetMathFcn::pow(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::pow(ZetEqnArgs& args)
 {
     static const TwoOperands function = {L"pow (^)", nullptr, [](Scalar x, Scalar y) { return ZetScalar(x).pow(y); },
-                                         [](Tile x, Other y) { return x.pow(y.toDouble()); }};
+                                         [](Tile x, Other y) { return std::move(x).pow(y.toDouble()); }};
     return apply(function, args);
 }
 
 // KEPT: two tiles are read and nothing is computed, the result is an empty tile.
 // Test: ZetMathFcn.twoOperandsOfEveryClass.
-ZetVariant ZetMathFcn::atan2(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::atan2(ZetEqnArgs& args)
 {
     static const TwoOperands function = {L"atan2", nullptr, &ZetScalar::atan2, [](Tile, Other x) {
                                              if (!x.isTile()) {
                                                  throwBadArgError(L"atan2", __LINE__);
                                              }
-                                             return ZetEqnTile();
+                                             return ZetPendingTile::empty();
                                          }};
     return apply(function, args);
 }
 
-ZetVariant ZetMathFcn::hypot(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::hypot(ZetEqnArgs& args)
 {
     static const TwoOperands function = {L"hypot", std::hypot, &ZetScalar::hypot, nullptr};
     return apply(function, args);
 }
 
-ZetVariant ZetMathFcn::fmod(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::fmod(ZetEqnArgs& args)
 {
     static const TwoOperands function = {L"fmod", std::fmod, nullptr, nullptr};
     return apply(function, args);
 }
 
 // KEPT: a tile gives an empty tile. Test: ZetMathFcn.twoOperandsOfEveryClass.
-ZetVariant ZetMathFcn::ldexp(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::ldexp(ZetEqnArgs& args)
 {
     static const TwoOperands function = {L"ldexp", [](double x, double e) { return x * std::exp2(e); },
                                          [](Scalar x, Scalar e) { return ZetScalar(x).ldexp(e); },
-                                         [](Tile, Other) { return ZetEqnTile(); }};
+                                         [](Tile, Other) { return ZetPendingTile::empty(); }};
     return apply(function, args);
 }
 
-ZetVariant ZetMathFcn::logb(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::logb(ZetEqnArgs& args)
 {
     static const TwoOperands function = {L"logb", [](double x, double base) { return std::log(x) / std::log(base); },
                                          [](Scalar x, Scalar base) { return ZetScalar(x).logb(base); },
-                                         [](Tile x, Other base) { return x.logb(base.toDouble()); }};
+                                         [](Tile x, Other base) { return std::move(x).logb(base.toDouble()); }};
     return apply(function, args);
 }
 
-ZetVariant ZetMathFcn::yn(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::yn(ZetEqnArgs& args)
 {
     static const TwoOperands function = {L"yn", nullptr, [](Scalar x, Scalar n) { return ZetScalar(x).yn(n); },
-                                         [](Tile x, Other n) { return x.yn(n.toInt()); }};
+                                         [](Tile x, Other n) { return std::move(x).yn(n.toInt()); }};
     return apply(function, args);
 }
 
-ZetVariant ZetMathFcn::jn(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::jn(ZetEqnArgs& args)
 {
     static const TwoOperands function = {L"jn", nullptr, [](Scalar x, Scalar n) { return ZetScalar(x).jn(n); },
-                                         [](Tile x, Other n) { return x.jn(n.toInt()); }};
+                                         [](Tile x, Other n) { return std::move(x).jn(n.toInt()); }};
     return apply(function, args);
 }
 
-ZetVariant ZetMathFcn::cmplx(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::cmplx(ZetEqnArgs& args)
 {
-    ZetOperand re(args[0]);
-    ZetOperand im(args[1]);
+    ZetOperand re = ZetOperand::of(args[0]);
+    ZetOperand im = ZetOperand::of(args[1]);
     ZetOperand::pair(re, im);
     if (re.isDouble() && im.isDouble()) {
         return std::complex<double>(re.toDouble(), im.toDouble());
@@ -266,13 +277,13 @@ ZetVariant ZetMathFcn::cmplx(ZetEqnArgs& args)
         return ZetScalar(re.toDouble(), im.toDouble());
     }
     if (re.isTile() && im.isTile()) {
-        return ZetEqnTile::cmplx(re.tile(), im.tile());
+        return ZetPendingTile::cmplx(re.takeTile(), im.takeTile());
     }
     if (re.isTile() && im.isDouble()) {
-        return ZetEqnTile::cmplx(re.tile(), im.toDouble());
+        return ZetPendingTile::cmplx(re.takeTile(), im.toDouble());
     }
     if (re.isDouble() && im.isTile()) {
-        return ZetEqnTile::cmplx(re.toDouble(), im.tile());
+        return ZetPendingTile::cmplx(re.toDouble(), im.takeTile());
     }
     throwBadArgError(L"cmplx", __LINE__);
 }

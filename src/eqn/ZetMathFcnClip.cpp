@@ -18,22 +18,22 @@ struct Limit
     const wchar_t* name;
     bool (*passes)(double x, double limit);
     ZetScalar& (ZetScalar::*onScalar)(const ZetScalar&);
-    ZetEqnTile (ZetEqnTile::*onTile)(double) const;
+    ZetPendingTile (ZetPendingTile::*onTile)(double) &&;
 };
 
-ZetVariant limit(const Limit& function, ZetEqnArgs& args)
+ZetOperand limit(const Limit& function, ZetEqnArgs& args)
 {
-    ZetOperand x(args[0]);
-    ZetOperand m(args[1]);
+    ZetOperand x = ZetOperand::of(args[0]);
+    ZetOperand m = ZetOperand::of(args[1]);
     ZetOperand::pair(x, m);
     if (x.isScalar()) {
         return (x.toScalar().*function.onScalar)(m.toScalar());
     }
     if (x.isTile()) {
-        return (x.tile().*function.onTile)(m.toDouble());
+        return (x.takeTile().*function.onTile)(m.toDouble());
     }
     if (x.isDouble()) {
-        return function.passes(x.toDouble(), m.toDouble()) ? m.value() : x.value();
+        return (function.passes(x.toDouble(), m.toDouble()) ? m : x).asResult();
     }
     throwBadArgError(function.name, __LINE__);
 }
@@ -74,27 +74,27 @@ ZetVariant cutTo(const ZetDataType& type, double x)
 
 }  // namespace
 
-ZetVariant ZetMathFcn::clipmin(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::clipmin(ZetEqnArgs& args)
 {
     static const Limit function = {L"clipmin", [](double x, double m) { return m > x; }, &ZetScalar::clipmin,
-                                   &ZetEqnTile::clipmin};
+                                   &ZetPendingTile::clipmin};
     return limit(function, args);
 }
 
-ZetVariant ZetMathFcn::clipmax(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::clipmax(ZetEqnArgs& args)
 {
     static const Limit function = {L"clipmax", [](double x, double m) { return x > m; }, &ZetScalar::clipmax,
-                                   &ZetEqnTile::clipmax};
+                                   &ZetPendingTile::clipmax};
     return limit(function, args);
 }
 
 // KEPT: swapped limits are put in order, but a plain number outside of them gets the limit of the
 // other side: clip(0,10,1) is 10. Test: ZetMathFcn.clipWithSwappedLimits.
-ZetVariant ZetMathFcn::clip(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::clip(ZetEqnArgs& args)
 {
-    ZetOperand x(args[0]);
-    ZetOperand lo(args[1]);
-    ZetOperand hi(args[2]);
+    ZetOperand x = ZetOperand::of(args[0]);
+    ZetOperand lo = ZetOperand::of(args[1]);
+    ZetOperand hi = ZetOperand::of(args[2]);
     ZetOperand::pair(lo, hi);
     if (!lo.hasClassOf(hi)) {
         throwBadArgError(L"clip", __LINE__);
@@ -104,25 +104,25 @@ ZetVariant ZetMathFcn::clip(ZetEqnArgs& args)
     }
     const auto [least, greatest] = std::minmax({lo.toDouble(), hi.toDouble()});
     if (x.isTile()) {
-        return x.tile().clip(least, greatest);
+        return x.takeTile().clip(least, greatest);
     }
     if (!x.isDouble()) {
         throwBadArgError(L"clip", __LINE__);
     }
     const double number = x.toDouble();
-    return number < least ? lo.value() : number > greatest ? hi.value() : x.value();
+    return (number < least ? lo : number > greatest ? hi : x).asResult();
 }
 
-ZetVariant ZetMathFcn::roundclip(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::roundclip(ZetEqnArgs& args)
 {
-    ZetOperand x(args[0]);
-    const ZetOperand t(args[1]);
-    const ZetOperand lo(args[2]);
-    const ZetOperand hi(args[3]);
+    ZetOperand x = ZetOperand::of(args[0]);
+    ZetOperand t = ZetOperand::of(args[1]);
+    ZetOperand lo = ZetOperand::of(args[2]);
+    ZetOperand hi = ZetOperand::of(args[3]);
     ZetDataType type;
     const bool valid = t.value().convertTo(&type) && lo.value().isNumeric() && hi.value().isNumeric();
     if (valid && x.isTile()) {
-        return x.tile().roundclip(type, lo.toDouble(), hi.toDouble());
+        return x.takeTile().roundclip(type, lo.toDouble(), hi.toDouble());
     }
     if (valid && x.isDouble() && type.type() <= ZetDataType::Double) {
         return cutTo(type, roundclipped(x.toDouble(), type, lo.toDouble(), hi.toDouble()));

@@ -15,10 +15,10 @@ struct OneOperand
     const wchar_t* name;
     double (*onDouble)(double);  // null: through the scalar, with a ComplexDouble as the result
     ZetScalar& (ZetScalar::*onScalar)();
-    ZetEqnTile (ZetEqnTile::*onTile)() const;
+    ZetPendingTile (ZetPendingTile::*onTile)() &&;
 };
 
-ZetVariant apply(const OneOperand& function, ZetOperand&& x)
+ZetOperand apply(const OneOperand& function, ZetOperand&& x)
 {
     if (x.isDouble() && function.onDouble) {
         return function.onDouble(x.toDouble());
@@ -30,7 +30,7 @@ ZetVariant apply(const OneOperand& function, ZetOperand&& x)
         return (x.toScalar().*function.onScalar)();
     }
     if (x.isTile()) {
-        return (x.tile().*function.onTile)();
+        return (x.takeTile().*function.onTile)();
     }
     throwBadArgError(function.name, __LINE__);
 }
@@ -39,11 +39,11 @@ constexpr double (*throughScalar)(double) = nullptr;
 
 }  // namespace
 
-#define ZET_ONE_OPERAND(Name, OnDouble)                                                                \
-    ZetVariant ZetMathFcn::Name(ZetEqnArgs& args)                                                      \
-    {                                                                                                  \
-        static const OneOperand function = {L"" #Name, OnDouble, &ZetScalar::Name, &ZetEqnTile::Name}; \
-        return apply(function, ZetOperand(args[0]));                                                   \
+#define ZET_ONE_OPERAND(Name, OnDouble)                                                                    \
+    ZetOperand ZetMathFcn::Operands::Name(ZetEqnArgs& args)                                                \
+    {                                                                                                      \
+        static const OneOperand function = {L"" #Name, OnDouble, &ZetScalar::Name, &ZetPendingTile::Name}; \
+        return apply(function, ZetOperand::of(args[0]));                                                   \
     }
 
 // A double stays a double: log(-1) is a NaN, and floor(2.5) the Double 2.
@@ -84,7 +84,7 @@ namespace {
 
 /// One part of a number, by \p part: a ComplexDouble for a double, a Double without the units for
 /// a scalar.
-ZetVariant partOf(const wchar_t* name, double (ZetScalar::*part)() const, ZetEqnTile (ZetEqnTile::*onTile)() const,
+ZetOperand partOf(const wchar_t* name, double (ZetScalar::*part)() const, ZetPendingTile (ZetPendingTile::*onTile)() &&,
                   ZetOperand&& x)
 {
     if (x.isDouble()) {
@@ -94,12 +94,12 @@ ZetVariant partOf(const wchar_t* name, double (ZetScalar::*part)() const, ZetEqn
         return (x.toScalar().*part)();
     }
     if (x.isTile()) {
-        return (x.tile().*onTile)();
+        return (x.takeTile().*onTile)();
     }
     throwBadArgError(name, __LINE__);
 }
 
-ZetVariant negated(ZetOperand&& x)
+ZetOperand negated(ZetOperand&& x)
 {
     if (x.isDouble()) {
         return -x.toDouble();
@@ -109,31 +109,31 @@ ZetVariant negated(ZetOperand&& x)
         return ZetScalar(-scalar.real(), -scalar.imag(), scalar.units());
     }
     if (x.isTile()) {
-        return -x.tile();
+        return -x.takeTile();
     }
     throwBadArgError(L"unaryminus (-)", __LINE__);
 }
 
 }  // namespace
 
-ZetVariant ZetMathFcn::real(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::real(ZetEqnArgs& args)
 {
-    return partOf(L"real", &ZetScalar::real, &ZetEqnTile::real, ZetOperand(args[0]));
+    return partOf(L"real", &ZetScalar::real, &ZetPendingTile::real, ZetOperand::of(args[0]));
 }
 
-ZetVariant ZetMathFcn::imag(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::imag(ZetEqnArgs& args)
 {
-    return partOf(L"imag", &ZetScalar::imag, &ZetEqnTile::imag, ZetOperand(args[0]));
+    return partOf(L"imag", &ZetScalar::imag, &ZetPendingTile::imag, ZetOperand::of(args[0]));
 }
 
-ZetVariant ZetMathFcn::unaryminus(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::unaryminus(ZetEqnArgs& args)
 {
-    return negated(ZetOperand(args[0]));
+    return negated(ZetOperand::of(args[0]));
 }
 
-ZetVariant ZetMathFcn::unaryplus(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::unaryplus(ZetEqnArgs& args)
 {
-    return ZetOperand(args[0]).value();
+    return ZetOperand::of(args[0]);
 }
 
 }  // namespace internal

@@ -1,5 +1,7 @@
 // Comparison, logic and choice.
 
+#include <utility>
+
 #include "core/ZetUnitInit"
 #include "eqn/ZetMathFcn"
 #include "eqn/ZetOperand"
@@ -10,8 +12,8 @@ namespace {
 
 bool areEqual(ZetEqnArgs& args)
 {
-    const ZetOperand b(args[1]);
-    const ZetOperand a(args[0]);
+    ZetOperand b = ZetOperand::of(args[1]);
+    ZetOperand a = ZetOperand::of(args[0]);
     return a.value() == b.value();
 }
 
@@ -22,10 +24,10 @@ struct Ordering
     bool (*ofScalars)(const ZetScalar&, const ZetScalar&);
 };
 
-ZetVariant compare(const Ordering& ordering, ZetEqnArgs& args)
+ZetOperand compare(const Ordering& ordering, ZetEqnArgs& args)
 {
-    ZetOperand a(args[0]);
-    ZetOperand b(args[1]);
+    ZetOperand a = ZetOperand::of(args[0]);
+    ZetOperand b = ZetOperand::of(args[1]);
     ZetOperand::pair(a, b);
     if (a.isDouble() && b.isDouble()) {
         return ordering.ofDoubles(a.toDouble(), b.toDouble());
@@ -36,7 +38,7 @@ ZetVariant compare(const Ordering& ordering, ZetEqnArgs& args)
     throwBadArgError(ordering.name, __LINE__);
 }
 
-bool truthOf(const wchar_t* name, const ZetOperand& operand)
+bool truthOf(const wchar_t* name, ZetOperand&& operand)
 {
     if (!operand.value().isValid()) {
         throwBadArgError(name, __LINE__);
@@ -48,18 +50,18 @@ bool truthOf(const wchar_t* name, const ZetOperand& operand)
 
 // KEPT: the right side is evaluated first, and the left side's kind decides how the two compare:
 // (1<2)==5 is true, 5==(1<2) is not. Test: ZetMathFcn.equalityLeadsFromTheLeft.
-ZetVariant ZetMathFcn::equals(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::equals(ZetEqnArgs& args)
 {
     return areEqual(args);
 }
 
-ZetVariant ZetMathFcn::notequals(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::notequals(ZetEqnArgs& args)
 {
     return !areEqual(args);
 }
 
 #define ZET_ORDERING(Name, OfDoubles, OfScalars)                                                             \
-    ZetVariant ZetMathFcn::Name(ZetEqnArgs& args)                                                            \
+    ZetOperand ZetMathFcn::Operands::Name(ZetEqnArgs& args)                                                  \
     {                                                                                                        \
         static const Ordering ordering = {L"" #Name, [](double a, double b) { return OfDoubles; },           \
                                           [](const ZetScalar& a, const ZetScalar& b) { return OfScalars; }}; \
@@ -73,40 +75,40 @@ ZET_ORDERING(greaterthanequals, a >= b, a > b || a == b)
 
 #undef ZET_ORDERING
 
-ZetVariant ZetMathFcn::logicalnot(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::logicalnot(ZetEqnArgs& args)
 {
-    return !truthOf(L"logicalnot (!)", ZetOperand(args[0]));
+    return !truthOf(L"logicalnot (!)", ZetOperand::of(args[0]));
 }
 
 // KEPT: there is no short circuit, the right side is always evaluated.
 // Test: ZetMathFcn.logicEvaluatesBothSides.
-ZetVariant ZetMathFcn::logicalor(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::logicalor(ZetEqnArgs& args)
 {
-    const ZetOperand a(args[0]);
-    const ZetOperand b(args[1]);
-    const bool left = truthOf(L"logicalor (||)", a);
-    return truthOf(L"logicalor (||)", b) || left;
+    ZetOperand a = ZetOperand::of(args[0]);
+    ZetOperand b = ZetOperand::of(args[1]);
+    const bool left = truthOf(L"logicalor (||)", std::move(a));
+    return truthOf(L"logicalor (||)", std::move(b)) || left;
 }
 
-ZetVariant ZetMathFcn::logicaland(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::logicaland(ZetEqnArgs& args)
 {
-    const ZetOperand a(args[0]);
-    const ZetOperand b(args[1]);
-    const bool left = truthOf(L"logicaland (&&)", a);
-    return truthOf(L"logicaland (&&)", b) && left;
+    ZetOperand a = ZetOperand::of(args[0]);
+    ZetOperand b = ZetOperand::of(args[1]);
+    const bool left = truthOf(L"logicaland (&&)", std::move(a));
+    return truthOf(L"logicaland (&&)", std::move(b)) && left;
 }
 
-ZetVariant ZetMathFcn::ternary(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::ternary(ZetEqnArgs& args)
 {
-    const bool first = truthOf(L"ternary (? :)", ZetOperand(args[0]));
-    return ZetOperand(args[first ? 1 : 2]).value();
+    const bool first = truthOf(L"ternary (? :)", ZetOperand::of(args[0]));
+    return ZetOperand::of(args[first ? 1 : 2]);
 }
 
 // KEPT: the selector counts itself, so select(1,a,b) is a, and select(0,a,b) is the selector.
 // Test: ZetMathFcn.selectCountsTheSelector.
-ZetVariant ZetMathFcn::select(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::select(ZetEqnArgs& args)
 {
-    const ZetOperand selector(args[0]);
+    ZetOperand selector = ZetOperand::of(args[0]);
     if (!selector.value().isNumeric()) {
         throwBadArgError(L"select", __LINE__);
     }
@@ -114,7 +116,7 @@ ZetVariant ZetMathFcn::select(ZetEqnArgs& args)
     if (chosen >= args.size()) {
         throwBadArgError(L"select", __LINE__);
     }
-    return chosen == 0 ? selector.value() : ZetOperand(args[chosen]).value();
+    return chosen == 0 ? std::move(selector) : ZetOperand::of(args[chosen]);
 }
 
 }  // namespace internal

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <complex>
 #include <cstring>
-#include <optional>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "core/ZetUnitInit"
@@ -19,43 +19,44 @@ namespace {
 
 /// Folds the operands from left to right by \p step; a tile alone is reduced by \p ofTile, and any
 /// other value alone comes back as it is.
-ZetVariant fold(ZetEqnArgs& args, ZetVariant (*step)(ZetOperand&, ZetOperand&), double (ZetEqnTile::*ofTile)() const)
+ZetOperand fold(ZetEqnArgs& args, ZetOperand (*step)(ZetOperand&, ZetOperand&),
+                double (ZetPendingTile::*ofTile)() const)
 {
-    std::optional<ZetOperand> result(args[0]);
+    ZetOperand result = ZetOperand::of(args[0]);
     if (args.size() == 1) {
-        return result->isTile() ? ZetVariant((result->tile().*ofTile)()) : result->value();
+        return result.isTile() ? (result.takeTile().*ofTile)() : std::move(result);
     }
     for (std::size_t i = 1; i < args.size(); ++i) {
-        ZetOperand next(args[i]);
-        result.emplace(step(*result, next));
+        ZetOperand next = ZetOperand::of(args[i]);
+        result = step(result, next);
     }
-    return result->value();
+    return result;
 }
 
 struct Extreme
 {
     const wchar_t* name;
     bool greatest;
-    ZetEqnTile (ZetEqnTile::*withTile)(const ZetEqnTile&) const;
-    ZetEqnTile (ZetEqnTile::*withNumber)(double) const;
+    ZetPendingTile (ZetPendingTile::*withTile)(ZetPendingTile) &&;
+    ZetPendingTile (ZetPendingTile::*withNumber)(double) &&;
 };
 
 /// One of two operands, with the kind that it has, or the tile of the smaller or greater elements.
-ZetVariant extremeOf(const Extreme& extreme, ZetOperand& a, ZetOperand& b)
+ZetOperand extremeOf(const Extreme& extreme, ZetOperand& a, ZetOperand& b)
 {
     ZetOperand::pair(a, b);
     if (a.isNumber() && b.isNumber()) {
         const bool aIsGreater = a.isDouble() ? a.toDouble() > b.toDouble() : a.toScalar() > b.toScalar();
-        return aIsGreater == extreme.greatest ? a.value() : b.value();
+        return (aIsGreater == extreme.greatest ? a : b).asResult();
     }
     if (a.isTile() && b.isTile()) {
-        return (a.tile().*extreme.withTile)(b.tile());
+        return (a.takeTile().*extreme.withTile)(b.takeTile());
     }
     if (a.isTile() && b.isNumber()) {
-        return (a.tile().*extreme.withNumber)(b.toDouble());
+        return (a.takeTile().*extreme.withNumber)(b.toDouble());
     }
     if (a.isNumber() && b.isTile()) {
-        return (b.tile().*extreme.withNumber)(a.toDouble());
+        return (b.takeTile().*extreme.withNumber)(a.toDouble());
     }
     throwBadArgError(extreme.name, __LINE__);
 }
@@ -102,7 +103,7 @@ ZetVariant totalOf(const ZetEqnTile& tile)
 }
 
 /// The sum of two operands; a tile takes part with its total.
-ZetVariant sum_aux(ZetOperand& a, ZetOperand& b)
+ZetOperand sum_aux(ZetOperand& a, ZetOperand& b)
 {
     ZetOperand::pair(a, b);
     if (a.isDouble() && b.isDouble()) {
@@ -184,52 +185,53 @@ double lowerMedian(std::vector<double>& numbers)
 
 // KEPT: of two equal operands min gives the first and max the second, which shows where their
 // kinds differ. Test: ZetMathFcn.extremesOfEqualOperands.
-ZetVariant ZetMathFcn::min_aux(ZetOperand& a, ZetOperand& b)
+ZetOperand ZetMathFcn::min_aux(ZetOperand& a, ZetOperand& b)
 {
-    static const Extreme least = {L"min", false, &ZetEqnTile::min, &ZetEqnTile::min};
+    static const Extreme least = {L"min", false, &ZetPendingTile::min, &ZetPendingTile::min};
     return extremeOf(least, a, b);
 }
 
-ZetVariant ZetMathFcn::max_aux(ZetOperand& a, ZetOperand& b)
+ZetOperand ZetMathFcn::max_aux(ZetOperand& a, ZetOperand& b)
 {
-    static const Extreme greatest = {L"max", true, &ZetEqnTile::max, &ZetEqnTile::max};
+    static const Extreme greatest = {L"max", true, &ZetPendingTile::max, &ZetPendingTile::max};
     return extremeOf(greatest, a, b);
 }
 
-ZetVariant ZetMathFcn::min(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::min(ZetEqnArgs& args)
 {
-    return fold(args, &min_aux, &ZetEqnTile::min);
+    return fold(args, &min_aux, &ZetPendingTile::min);
 }
 
-ZetVariant ZetMathFcn::max(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::max(ZetEqnArgs& args)
 {
-    return fold(args, &max_aux, &ZetEqnTile::max);
+    return fold(args, &max_aux, &ZetPendingTile::max);
 }
 
-ZetVariant ZetMathFcn::sum(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::sum(ZetEqnArgs& args)
 {
-    return fold(args, &sum_aux, &ZetEqnTile::sum);
+    return fold(args, &sum_aux, &ZetPendingTile::sum);
 }
 
 // KEPT: a tile among several operands adds its total, but counts once.
 // Test: ZetMathFcn.meanCountsATileOnce.
-ZetVariant ZetMathFcn::mean(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::mean(ZetEqnArgs& args)
 {
     if (args.size() > 1) {
-        return meanOf(sum(args), args.size());
+        return meanOf(sum(args).value(), args.size());
     }
-    ZetOperand only(args[0]);
+    ZetOperand only = ZetOperand::of(args[0]);
     if (only.isTile()) {
-        return only.tile().sum() / static_cast<double>(only.tile().size());
+        const ZetPendingTile tile = only.takeTile();
+        return tile.sum() / static_cast<double>(tile.size());
     }
     return meanOf(only.value(), 1);
 }
 
-ZetVariant ZetMathFcn::median(ZetEqnArgs& args)
+ZetOperand ZetMathFcn::Operands::median(ZetEqnArgs& args)
 {
     std::vector<double> numbers;
     for (const ZetEqnNodePtr& node : args) {
-        ZetOperand operand(node);
+        ZetOperand operand = ZetOperand::of(node);
         appendTo(numbers, operand);
     }
     return lowerMedian(numbers);

@@ -3,6 +3,7 @@
 #include <zet/ZetTextMsg>
 
 #include "core/ZetUnitInit"
+#include "eqn/ZetFusedEvaluation"
 
 namespace zet {
 namespace internal {
@@ -30,6 +31,81 @@ ZetMetaType::Type operandClass(ZetMetaType::Type kind)
         default:
             return kind;
     }
+}
+
+ZetOperand::ZetOperand(const ZetVariant& value) : m_value(value)
+{
+    classify();
+}
+
+ZetOperand::ZetOperand(const ZetVariant* leaf) : m_value(leaf)
+{
+    classify();
+}
+
+ZetOperand::ZetOperand(ZetPendingTile&& tile) : m_value(std::move(tile)), m_class(ZetMetaType::EqnTile)
+{
+    if (!isEvaluationFused()) {
+        value();
+    }
+}
+
+void ZetOperand::classify()
+{
+    const ZetMetaType::Type kind = variant()->type().type();
+    m_class = operandClass(kind);
+    if (kind == ZetMetaType::Double) {
+        m_number = *static_cast<const double*>(variant()->data());
+    }
+}
+
+const ZetVariant* ZetOperand::variant() const
+{
+    const ZetVariant* const* const leaf = std::get_if<const ZetVariant*>(&m_value);
+    return leaf ? *leaf : std::get_if<ZetVariant>(&m_value);
+}
+
+const ZetVariant& ZetOperand::value()
+{
+    if (variant()) {
+        return *variant();
+    }
+    ZetTileMemory memory;
+    return value(memory);
+}
+
+const ZetVariant& ZetOperand::value(ZetTileMemory& memory)
+{
+    if (const double* const number = std::get_if<double>(&m_value)) {
+        m_value = ZetVariant(*number);
+    } else if (const ZetPendingTile* const tile = std::get_if<ZetPendingTile>(&m_value)) {
+        m_value = ZetVariant(tile->compute(memory));
+    }
+    return *variant();
+}
+
+ZetOperand ZetOperand::asResult()
+{
+    ZetOperand result = std::move(*this);
+    if (result.variant()) {
+        result.classify();
+    } else if (result.m_number) {
+        result.m_class = ZetMetaType::Double;
+    }
+    return result;
+}
+
+ZetPendingTile ZetOperand::takeTile()
+{
+    if (ZetPendingTile* const pending = std::get_if<ZetPendingTile>(&m_value)) {
+        return std::move(*pending);
+    }
+    if (const ZetVariant* const* const leaf = std::get_if<const ZetVariant*>(&m_value)) {
+        return ZetPendingTile(*static_cast<const ZetEqnTile*>((*leaf)->data()));
+    }
+    ZetPendingTile tile(std::get<ZetVariant>(m_value));
+    m_value = 0.0;
+    return tile;
 }
 
 ZetVariant complexResult(const ZetScalar& scalar)

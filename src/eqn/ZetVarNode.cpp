@@ -1,6 +1,7 @@
 #include "eqn/ZetVarNode"
 
 #include "core/ZetUnitInit"
+#include "eqn/ZetOperand"
 
 namespace zet {
 namespace internal {
@@ -18,6 +19,11 @@ ZetVarNode* ZetVarNode::clone() const
 ZetVariant ZetVarNode::evaluate()
 {
     return m_value;
+}
+
+ZetOperand ZetVarNode::operand()
+{
+    return ZetOperand::ofLeaf(m_value);
 }
 
 }  // namespace internal

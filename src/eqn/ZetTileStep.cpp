@@ -1,0 +1,220 @@
+#include "eqn/ZetTileStep"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "core/ZetUnitInit"
+
+namespace zet {
+namespace internal {
+
+namespace {
+
+/// The loops of each operator with a number on the right, and with one on the left.
+constexpr ZetPixelMap kNumberRight[] = {kAddNumber, kSubtractNumber, kMultiplyNumber, kDivideByNumber};
+constexpr ZetPixelMap kNumberLeft[] = {kAddNumber, kSubtractFrom, kMultiplyNumber, kDivideInto};
+static_assert(std::size(kNumberRight) == kArithmeticCount && std::size(kNumberLeft) == kArithmeticCount,
+              "one loop per operator and side");
+
+bool isAligned(const void* data)
+{
+    return reinterpret_cast<std::uintptr_t>(data) % alignof(double) == 0;
+}
+
+}  // namespace
+
+ZetSourceStep::ZetSourceStep(const ZetEqnTile& tile) : ZetTileStep(tile.dataType()), m_tile(&tile), m_source(tile)
+{
+    measure();
+}
+
+ZetSourceStep::ZetSourceStep(const ZetVariant& owner) : ZetSourceStep(*static_cast<const ZetEqnTile*>(owner.data()))
+{
+    if (owner.implementation().isUnique()) {
+        m_loan.emplace(*static_cast<ZetEqnTile*>(owner.implementation()->data()));
+    }
+    m_owner = owner;
+}
+
+void ZetSourceStep::measure()
+{
+    m_size = m_source.size();
+    const bool needsNoCopy = isReal() || isComplexDouble();
+    m_isInPlace = m_source.isDense() && needsNoCopy;
+    m_needsBlock = !m_isInPlace;
+    if (isComplex()) {
+        m_elementSize = 2 * sizeof(double);
+    } else if (isReal() && m_needsBlock) {
+        m_column = kDoubleColumn;
+        m_elementSize = sizeof(double);
+    }
+    m_isMisaligned = m_isInPlace && m_size > 0 && !isAligned(m_source.at(0));
+}
+
+const void* ZetSourceStep::run(const ZetStrip& strip, void* block, double*) const
+{
+    double* const elements = static_cast<double*>(block);
+    if (m_isInPlace) {
+        return m_source.at(strip.first);
+    }
+    if (isComplex()) {
+        m_source.copyComplex(strip.first, strip.count, elements);
+    } else {
+        m_source.copy(strip.first, strip.count, elements);
+    }
+    return block;
+}
+
+ZetNumberStep::ZetNumberStep(double number) : ZetTileStep(ZetDataType::Double), m_elements(kTileBlock, number)
+{
+    m_needsBlock = false;
+}
+
+ZetNumberStep::ZetNumberStep(const std::complex<double>& number)
+    : ZetTileStep(ZetDataType::ComplexDouble), m_elements(2 * kTileBlock)
+{
+    m_needsBlock = false;
+    for (std::size_t i = 0; i < m_elements.size(); i += 2) {
+        m_elements[i] = number.real();
+        m_elements[i + 1] = number.imag();
+    }
+}
+
+// The operands' blocks are a stack: what an operand leaves in one is below what the next one uses.
+ZetOperationStep::ZetOperationStep(const ZetDataType& type, ZetOperands&& operands)
+    : ZetTileStep(type), m_operands(std::move(operands))
+{
+    m_operations = 1;
+    m_isOfRunsInPlace = true;
+    std::size_t held = 0;
+    for (std::size_t i = 0; i < m_operands.size(); ++i) {
+        const ZetTileStep* const operand = m_operands[i].get();
+        if (!operand) {
+            continue;
+        }
+        m_size = std::min(m_size, operand->size());
+        m_operations += operand->operations();
+        m_isOfRunsInPlace = m_isOfRunsInPlace && operand->isInPlace();
+        held += operand->needsBlock() && !isInResult(i);
+        m_spareBlocks = std::max(m_spareBlocks, held + operand->spareBlocks());
+    }
+}
+
+bool ZetOperationStep::isInResult(std::size_t operand) const
+{
+    return operand == 0 && m_operands[0]->elementSize() == elementSize();
+}
+
+ZetRuns ZetOperationStep::runs(const ZetStrip& strip, void* block, double* spare) const
+{
+    ZetRuns runs = {};
+    for (std::size_t i = 0; i < m_operands.size(); ++i) {
+        const ZetTileStep* const operand = m_operands[i].get();
+        if (!operand) {
+            continue;
+        }
+        void* place = block;
+        if (operand->needsBlock() && !isInResult(i)) {
+            place = spare;
+            spare += kStripBlock;
+        }
+        runs[i] = operand->run(strip, place, spare);
+    }
+    return runs;
+}
+
+const ZetEqnTile* ZetOperationStep::firstTile() const
+{
+    const ZetEqnTile* first = nullptr;
+    for (std::size_t i = 0; i < m_operands.size() && !first; ++i) {
+        first = m_operands[i] ? m_operands[i]->firstTile() : nullptr;
+    }
+    return first;
+}
+
+const ZetEqnTile* ZetOperationStep::lender(const ZetDataType& type, unsigned long size) const
+{
+    const ZetEqnTile* lender = nullptr;
+    for (std::size_t i = 0; i < m_operands.size() && !lender; ++i) {
+        lender = m_operands[i] ? m_operands[i]->lender(type, size) : nullptr;
+    }
+    return lender;
+}
+
+ZetTileStepPtr ZetArithmeticStep::make(ZetArithmetic op, ZetTileStepPtr left, ZetTileStepPtr right)
+{
+    ZetTileStepPtr chained = chain(op, left, right, 0.0);
+    return chained ? std::move(chained)
+                   : std::make_unique<ZetArithmeticStep>(op, std::move(left), std::move(right), 0.0);
+}
+
+ZetTileStepPtr ZetArithmeticStep::make(ZetArithmetic op, ZetTileStepPtr left, double right)
+{
+    ZetTileStepPtr none;
+    ZetTileStepPtr chained = chain(op, left, none, right);
+    return chained ? std::move(chained) : std::make_unique<ZetArithmeticStep>(op, std::move(left), nullptr, right);
+}
+
+ZetTileStepPtr ZetArithmeticStep::make(ZetArithmetic op, double left, ZetTileStepPtr right)
+{
+    ZetTileStepPtr none;
+    ZetTileStepPtr chained = chain(op, none, right, left);
+    return chained ? std::move(chained) : std::make_unique<ZetArithmeticStep>(op, nullptr, std::move(right), left);
+}
+
+ZetArithmeticStep::ZetArithmeticStep(ZetArithmetic op, ZetTileStepPtr left, ZetTileStepPtr right, double number)
+    : ZetOperationStep(ZetDataType::Double, {std::move(left), std::move(right)}), m_op(op), m_number(number)
+{}
+
+/// A step of two operators, where one operand is arithmetic and all that takes part are doubles; null
+/// where none is. The operands are taken then.
+ZetTileStepPtr ZetArithmeticStep::chain(ZetArithmetic op, ZetTileStepPtr& left, ZetTileStepPtr& right, double number)
+{
+    const bool isLeft = left && left->toArithmetic() && left->toArithmetic()->isOfDoubles();
+    ZetTileStepPtr& inner = isLeft ? left : right;
+    ZetTileStepPtr& other = isLeft ? right : left;
+    ZetArithmeticStep* const first = inner ? inner->toArithmetic() : nullptr;
+    if (!first || !first->isOfDoubles() || (other && !other->isDoubles())) {
+        return nullptr;
+    }
+    const auto loop = pixelKernels().chain[first->m_op][op][isLeft ? 0 : 1];
+    ZetTileStepPtr third = other ? std::move(other) : std::make_unique<ZetNumberStep>(number);
+    ZetTileStepPtr x = first->takeOperand(0);
+    ZetTileStepPtr y = first->takeOperand(1);
+    return makeLoopStep(ZetDataType::Double, {std::move(x), std::move(y), std::move(third)},
+                        [loop](const ZetRuns& in, void* out, unsigned long count) {
+                            loop(static_cast<const double*>(in[0]), static_cast<const double*>(in[1]),
+                                 static_cast<const double*>(in[2]), static_cast<double*>(out), count);
+                        });
+}
+
+bool ZetArithmeticStep::isOfDoubles() const
+{
+    return std::all_of(m_operands.begin(), m_operands.end(),
+                       [](const ZetTileStepPtr& operand) { return !operand || operand->isDoubles(); });
+}
+
+ZetTileStepPtr ZetArithmeticStep::takeOperand(std::size_t i)
+{
+    return m_operands[i] ? std::move(m_operands[i]) : std::make_unique<ZetNumberStep>(m_number);
+}
+
+const void* ZetArithmeticStep::run(const ZetStrip& strip, void* block, double* spare) const
+{
+    const ZetRuns in = runs(strip, block, spare);
+    const ZetPixelKernels& kernels = pixelKernels();
+    const ZetTileStep* const left = m_operands[0].get();
+    const ZetTileStep* const right = m_operands[1].get();
+    double* const out = static_cast<double*>(block);
+    if (!right) {
+        kernels.map[kNumberRight[m_op]].at[left->column()](in[0], out, strip.count, m_number, 0.0);
+    } else if (!left) {
+        kernels.map[kNumberLeft[m_op]].at[right->column()](in[1], out, strip.count, m_number, 0.0);
+    } else {
+        kernels.combine[m_op].left[left->column()].at[right->column()](in[0], in[1], out, strip.count);
+    }
+    return block;
+}
+
+}  // namespace internal
+}  // namespace zet
