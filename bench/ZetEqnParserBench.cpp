@@ -1,9 +1,16 @@
+#include <iterator>
+
 #include <benchmark/benchmark.h>
 #include <muParser.h>
 
 #include <zet/ZetEqnParser>
 
+#include "support/ZetEqnTexts"
+
 namespace {
+
+using bench::kManyCalls;
+using bench::kManyCallsNames;
 
 constexpr const wchar_t* kFourVariables = L"a*b+c/d-(a-d)*(b+c)";
 constexpr const wchar_t* kMedium =
@@ -39,6 +46,30 @@ void parseMediumWithMuParser(benchmark::State& state)
     }
 }
 BENCHMARK(parseMediumWithMuParser)->Name("parse a medium equation/muParser");
+
+void parseManyCalls(benchmark::State& state)
+{
+    zet::ZetEqnParser parser;
+    const zet::ZetString text(kManyCalls);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(parser.parse(text));
+    }
+}
+BENCHMARK(parseManyCalls)->Name("parse an equation of 18 calls/zet");
+
+void parseManyCallsWithMuParser(benchmark::State& state)
+{
+    double values[std::size(kManyCallsNames)] = {1.0, 2.0, 3.0, 0.5, 0.25, 0.125, 0.75};
+    mu::Parser parser;
+    for (std::size_t i = 0; i < std::size(values); ++i) {
+        parser.DefineVar(kManyCallsNames[i], &values[i]);
+    }
+    for (auto _ : state) {
+        parser.SetExpr(kManyCalls);
+        benchmark::DoNotOptimize(parser.Eval());
+    }
+}
+BENCHMARK(parseManyCallsWithMuParser)->Name("parse an equation of 18 calls/muParser");
 
 // Four plain variables set, and seven calls evaluated.
 void evaluateFourVariables(benchmark::State& state)
@@ -76,5 +107,24 @@ void evaluateFourVariablesWithMuParser(benchmark::State& state)
     }
 }
 BENCHMARK(evaluateFourVariablesWithMuParser)->Name("set 4 variables, evaluate/muParser");
+
+[[gnu::noinline]] double fourVariables(double a, double b, double c, double d)
+{
+    return a * b + c / d - (a - d) * (b + c);
+}
+
+void evaluateFourVariablesByHand(benchmark::State& state)
+{
+    double values[4] = {};
+    double value = 1.0;
+    for (auto _ : state) {
+        for (double& variable : values) {
+            variable = value;
+            value += 0.25;
+        }
+        benchmark::DoNotOptimize(fourVariables(values[0], values[1], values[2], values[3]));
+    }
+}
+BENCHMARK(evaluateFourVariablesByHand)->Name("set 4 variables, evaluate/hand");
 
 }  // namespace

@@ -2,10 +2,13 @@
 
 #include <benchmark/benchmark.h>
 
-#include <string>
+#include <cstddef>
+#include <vector>
 
 #include <zet/ZetScalar>
 #include <zet/ZetUnits>
+
+#include "support/ZetUnitTexts"
 
 namespace {
 
@@ -18,7 +21,7 @@ zet::ZetUnits unitsOf(const wchar_t* text)
 
 void parseKnownUnits(benchmark::State& state)
 {
-    const zet::ZetString text = L"kg m^2 / s^2";
+    const zet::ZetString text(bench::kKnownUnits);
     zet::ZetUnits units;
     for (auto _ : state) {
         benchmark::DoNotOptimize(units.fromString(text));
@@ -26,18 +29,17 @@ void parseKnownUnits(benchmark::State& state)
 }
 BENCHMARK(parseKnownUnits)->Name("parse known units/zet");
 
-/// Every text is new to the process; the units that it stands for are not.
+/// Every text is new to the process; the units in it are not.
 void parseNewUnits(benchmark::State& state)
 {
-    static unsigned long number = 0;
+    const std::vector<zet::ZetString> texts = bench::newUnitTexts<zet::ZetString>(bench::kNewUnitTexts);
+    std::size_t i = 0;
     zet::ZetUnits units;
-    zet::ZetString text;
     for (auto _ : state) {
-        text = L"kg m^2 / s^2x" + std::to_wstring(number++);
-        benchmark::DoNotOptimize(units.fromString(text));
+        benchmark::DoNotOptimize(units.fromString(texts[i++]));
     }
 }
-BENCHMARK(parseNewUnits)->Name("parse new units/zet")->Iterations(100000);
+BENCHMARK(parseNewUnits)->Name("parse new units/zet")->Iterations(bench::kNewUnitTexts);
 
 void printUnits(benchmark::State& state)
 {

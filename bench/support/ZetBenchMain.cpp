@@ -1,8 +1,14 @@
 // Runs the benchmarks and prints, beside the times, our time as a multiple of the others'.
+//
+//   zet_bench [OPTION of Google Benchmark...]
+//   zet_bench --serve     reads the names of rows, and answers each with a line: nanoseconds for one
+//                         evaluation, and what the row's answer is checked by (0: nothing)
 
 #include <algorithm>
 #include <cstdio>
+#include <iostream>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -83,26 +89,65 @@ private:
     std::vector<std::pair<std::string, Times>> m_rows;
 };
 
+/// Answers one row.
+class ServeReporter : public benchmark::BenchmarkReporter
+{
+public:
+    bool ReportContext(const Context&) override { return true; }
+
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        const Run& run = runs.front();
+        const auto check = run.counters.find("check");
+        std::printf("%.17g %.17g\n", run.real_accumulated_time / static_cast<double>(run.iterations) * 1e9,
+                    check == run.counters.end() ? 0.0 : check->second.value);
+        std::fflush(stdout);
+    }
+};
+
+void serve()
+{
+    std::string name;
+    while (std::getline(std::cin, name)) {
+        std::string pattern = "^";
+        for (const char c : name) {
+            if (std::string_view(".[]()*+?{}^$|\\").find(c) != std::string_view::npos) {
+                pattern += '\\';
+            }
+            pattern += c;
+        }
+        ServeReporter reporter;
+        benchmark::RunSpecifiedBenchmarks(&reporter, nullptr, pattern + "(/iterations:[0-9]+)?$");
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv)
 {
+    const bool serves = argc > 1 && std::string_view(argv[1]) == "--serve";
     // What stands on the command line comes later, and so wins.
-    std::string defaults[] = {"--benchmark_repetitions=7", "--benchmark_min_time=0.02",
-                              "--benchmark_enable_random_interleaving=true"};
+    std::string defaults[] = {serves ? "--benchmark_repetitions=1" : "--benchmark_repetitions=7",
+                              "--benchmark_min_time=0.02", "--benchmark_enable_random_interleaving=true"};
     std::vector<char*> arguments = {argv[0]};
     for (std::string& option : defaults) {
         arguments.push_back(option.data());
     }
-    arguments.insert(arguments.end(), argv + 1, argv + argc);
+    for (int i = serves ? 2 : 1; i < argc; ++i) {
+        arguments.push_back(argv[i]);
+    }
     int count = static_cast<int>(arguments.size());
     arguments.push_back(nullptr);
     benchmark::Initialize(&count, arguments.data());
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) {
         return 1;
     }
-    RatioReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
+    if (serves) {
+        serve();
+    } else {
+        RatioReporter reporter;
+        benchmark::RunSpecifiedBenchmarks(&reporter);
+    }
     benchmark::Shutdown();
     return 0;
 }
