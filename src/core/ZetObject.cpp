@@ -5,8 +5,6 @@
 
 namespace zet {
 
-ZetObject::~ZetObject() = default;
-
 ZetMetaObjectPtr ZetObject::metaObject()
 {
     const ZetMetaObjectConstPtr readable = static_cast<const ZetObject*>(this)->metaObject();

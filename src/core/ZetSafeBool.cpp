@@ -5,7 +5,7 @@
 namespace zet {
 namespace internal {
 
-ZetSafeBoolBase::~ZetSafeBoolBase() = default;
+void ZetSafeBoolBase::this_type_does_not_support_comparisons() const {}
 
 }  // namespace internal
 }  // namespace zet

@@ -202,13 +202,15 @@ void ZetEqnParser_p::setValue(const ZetString& name, const ZetVariant& value)
     if (found == m_variableNodes.end()) {
         return;
     }
-    // The value may be the result itself, or lie in the one that is replaced.
-    const ZetVariant kept = value;
+    // The value may be the result itself, or lie in a value that goes here: once the first node has it,
+    // it is taken from there.
+    const ZetVariant* source = &value;
+    for (const ZetVarNodePtr& node : found->second) {
+        node->setValue(*source);
+        source = &found->second.front()->value();
+    }
     if (m_result.isValid()) {
         m_memory.release(m_result);
-    }
-    for (const ZetVarNodePtr& node : found->second) {
-        node->setValue(kept);
     }
 }
 

@@ -164,13 +164,17 @@ ZetVariant::ZetVariant(const ZetVariantIFPtr& implementation)
     : m_implementation(implementation ? implementation : ZetVariantIFPtr(new ZetInvalidVariant()))
 {}
 
-ZetVariant::ZetVariant(const ZetVariant& other) = default;
+ZetVariant::ZetVariant(const ZetVariant& other)
+    : ZetObject(other), ZetRefCounted(other), m_implementation(other.m_implementation.get())
+{}
 
 ZetVariant& ZetVariant::operator=(const ZetVariant& other)
 {
-    // The other may stand in the list or map that this one holds, and go with it.
-    const ZetVariantIFPtr implementation = other.m_implementation;
-    m_implementation = implementation;
+    if (m_implementation != other.m_implementation) {
+        // The other may stand in the list or map that this one holds, and goes with it only at the end.
+        ZetVariantIFPtr implementation = other.m_implementation.get();
+        implementation.swap(m_implementation);
+    }
     return *this;
 }
 

@@ -213,6 +213,19 @@ TEST(ZetSmartPtr, copiesAskTheVirtualTest)
     EXPECT_EQ(Count::countOf(*shy), 1);
 }
 
+TEST(ZetSmartPtr, swapExchangesThePointees)
+{
+    ThingPtr a = new Thing;
+    ThingPtr none;
+    Thing* const thing = a.get();
+    a.swap(none);
+    EXPECT_FALSE(a);
+    EXPECT_EQ(none.get(), thing);
+    EXPECT_EQ(Count::countOf(*thing), 1);
+    none.swap(none);
+    EXPECT_EQ(none.get(), thing);
+}
+
 TEST(ZetSmartPtr, aConstPointeeIsCountedToo)
 {
     const ThingPtr writable = new Thing;

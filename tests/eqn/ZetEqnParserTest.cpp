@@ -404,6 +404,69 @@ TEST(ZetEqnParser, theResultAsTheNextValue)
     EXPECT_EQ(valueOf(&parser), 2048.0);
 }
 
+TEST(ZetEqnParser, aValueOfAnotherVariable)
+{
+    ZetEqnParser parser;
+    ASSERT_TRUE(parser.parse(L"x*y + x*x + y"));
+    parser.setValue(L"x", 3.0);
+    parser.setValue(L"y", parser.value(L"x"));
+    EXPECT_EQ(parser.value(L"y").implementation(), parser.value(L"x").implementation());
+    EXPECT_EQ(valueOf(&parser), 21.0);
+    parser.setValue(L"x", 5.0);
+    EXPECT_EQ(parser.value(L"y").value<double>(), 3.0);
+    EXPECT_EQ(valueOf(&parser), 43.0);
+    parser.setValue(L"y", parser.evaluate());
+    EXPECT_EQ(parser.value(L"y").value<double>(), 43.0);
+    EXPECT_EQ(valueOf(&parser), 5.0 * 43.0 + 25.0 + 43.0);
+}
+
+TEST(ZetEqnParser, aValueThatLiesInTheOneItReplaces)
+{
+    for (const bool isEvaluated : {false, true}) {
+        SCOPED_TRACE(isEvaluated);
+        ZetEqnParser parser;
+        ASSERT_TRUE(parser.parse(L"select(n, x, x + x)"));
+        parser.setValue(L"n", 1.0);
+        parser.setValue(L"x", ZetVariantList{ZetVariant(L"first"), ZetVariant(21.0)});
+        const ZetVariant& holder = isEvaluated ? parser.evaluate() : parser.value(L"x");
+        const auto& list = *static_cast<const ZetVariantList*>(holder.data());
+        ASSERT_EQ(list.size(), 2U);
+        parser.setValue(L"x", list[1]);
+        EXPECT_EQ(parser.value(L"x").value<double>(), 21.0);
+        parser.setValue(L"n", 2.0);
+        EXPECT_EQ(valueOf(&parser), 42.0);
+    }
+}
+
+TEST(ZetEqnParser, aValueIsSharedWithTheCaller)
+{
+    ZetEqnParser parser;
+    ASSERT_TRUE(parser.parse(L"x*x"));
+    ZetVariant value = 3.0;
+    parser.setValue(L"x", value);
+    *static_cast<double*>(value.data()) = 4.0;
+    EXPECT_EQ(valueOf(&parser), 16.0);
+    parser.setValue(L"x", 5.0);
+    EXPECT_EQ(value.value<double>(), 4.0);
+    EXPECT_EQ(valueOf(&parser), 25.0);
+}
+
+TEST(ZetEqnParser, heldResultsStay)
+{
+    ZetEqnParser parser;
+    ASSERT_TRUE(parser.parse(L"x+1"));
+    parser.setValue(L"x", 1.0);
+    const ZetVariant& result = parser.evaluate();
+    const ZetVariant held = result;
+    parser.setValue(L"x", 2.0);
+    EXPECT_FALSE(result.isValid()) << "the parser has none now";
+    EXPECT_EQ(held.value<double>(), 2.0);
+    const ZetVariant none = result;
+    EXPECT_EQ(parser.evaluate().value<double>(), 3.0);
+    EXPECT_EQ(held.value<double>(), 2.0);
+    EXPECT_FALSE(none.isValid());
+}
+
 TEST(ZetEqnParser, copiesAreIndependent)
 {
     ZetEqnParser parser;
