@@ -25,13 +25,16 @@ STYLE = """
   .own { font-weight: bold; fill: #24292f }
   .card { fill: #ffffff; stroke: #d0d7de }
   .grid { stroke: #d8dee4 }
-  .zet { fill: #d1480e } .hand { fill: #8c959f } .numpy { fill: #3a7ebf } .numexpr { fill: #6fb07f } .muparser { fill: #a98bc9 }
+  .zet { fill: #d1480e } .hand { fill: #8c959f }
+  .numpy { fill: #3a7ebf } .numexpr { fill: #6fb07f } .muparser { fill: #a98bc9 }
   @media (prefers-color-scheme: dark) {
-    text, .own { fill: #e6edf3 }
+    text { fill: #e6edf3 }
     .small { fill: #9198a1 }
+    .own { fill: #e6edf3 }
     .card { fill: #0d1117; stroke: #30363d }
     .grid { stroke: #262c34 }
-    .zet { fill: #f0743a } .hand { fill: #6e7681 } .numpy { fill: #4f97db } .numexpr { fill: #579a69 } .muparser { fill: #9b7fc0 }
+    .zet { fill: #f0743a } .hand { fill: #6e7681 }
+    .numpy { fill: #4f97db } .numexpr { fill: #579a69 } .muparser { fill: #9b7fc0 }
   }
 """
 
@@ -41,8 +44,9 @@ def text(x, y, content, style="", anchor="start"):
 
 
 def short(value):
-    """Two digits that count, three at most."""
-    return f"{value:.3f}" if value < 0.1 else f"{value:.2f}" if value < 10 else f"{value:.1f}" if value < 100 else f"{value:.0f}"
+    """With two or three digits that count."""
+    places = 3 if value < 0.1 else 2 if value < 10 else 1 if value < 100 else 0
+    return f"{value:.{places}f}"
 
 
 def groups(results):
@@ -68,14 +72,15 @@ def draw(path, results, machine):
     low = math.floor(math.log10(min(times)))
     high = math.log10(max(times)) + 0.05
     bottom = TOP + sum(len(bars) * BAR + GAP for _, bars in all_groups)
+    height = bottom + 52
 
     def across(time):
         return LEFT + (WIDTH - LEFT - RIGHT) * (math.log10(time) - low) / (high - low)
 
     parts = [
-        f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {WIDTH} {bottom + 52}" width="{WIDTH}" height="{bottom + 52}">',
+        f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {WIDTH} {height}" width="{WIDTH}" height="{height}">',
         f"<style>{STYLE}</style>",
-        f'<rect x="0.5" y="0.5" width="{WIDTH - 1}" height="{bottom + 51}" rx="6" class="card"/>',
+        f'<rect x="0.5" y="0.5" width="{WIDTH - 1}" height="{height - 1}" rx="6" class="card"/>',
         text(20, 30, f"Nanoseconds for one element, tiles of {SIZE:,}: shorter is faster", "title"),
         *legend(),
     ]
@@ -92,6 +97,7 @@ def draw(path, results, machine):
             parts.append(text(x + 5, y + BAR - 2.5, short(time), "small own" if who == "zet" else "small"))
             y += BAR
         y += GAP
-    parts.append(text(20, bottom + 38, f"{machine}; one thread, medians of one run of scripts/bench.sh; logarithmic scale", "small"))
+    parts.append(text(20, bottom + 38, f"{machine}; one thread, medians of one run of scripts/bench.sh; logarithmic "
+                      "scale. numpy's sin, cos and exp round differently.", "small"))
     with open(path, "w", encoding="utf-8") as file:
         file.write("\n".join(parts) + "\n</svg>\n")

@@ -38,7 +38,8 @@ class Program:
         environment = os.environ | {"OMP_NUM_THREADS": "1", "LC_ALL": "C"}
         listed = subprocess.run(command + [listing], capture_output=True, text=True, env=environment)
         self.problem = listed.stderr.strip().splitlines()[-1:] if listed.returncode else []
-        self.rows = set() if listed.returncode else {name.split("/iterations:")[0] for name in listed.stdout.splitlines()}
+        names = [] if listed.returncode else listed.stdout.splitlines()
+        self.rows = {name.split("/iterations:")[0] for name in names}
         if self.rows:
             self._process = subprocess.Popen(pinned(command + ["--serve"]), env=environment, text=True,
                                              stdin=subprocess.PIPE, stdout=subprocess.PIPE)
@@ -46,10 +47,12 @@ class Program:
     def measure(self, row):
         self._process.stdin.write(row + "\n")
         self._process.stdin.flush()
-        answer = self._process.stdout.readline().split()
-        if len(answer) != 2:
-            sys.exit(f"compare.py: no answer for the row '{row}'")
-        return [float(word) for word in answer]
+        answer = self._process.stdout.readline()
+        try:
+            time_taken, check = map(float, answer.split())
+        except ValueError:
+            sys.exit(f"compare.py: row '{row}': {answer.strip() or 'the program ended'}")
+        return time_taken, check
 
     def close(self):
         if self.rows:
@@ -112,7 +115,8 @@ def measure_all(programs, names, rounds, fresh):
             for program, row in having:
                 results.add(name, row.rpartition("/")[2], *program.measure(row))
         for work, lines in fresh_lines.items():
-            answer = subprocess.run(pinned([fresh, work, str(works.FRESH_SIZE)]), capture_output=True, text=True, check=True)
+            command = pinned([fresh, work, str(works.FRESH_SIZE)])
+            answer = subprocess.run(command, capture_output=True, text=True, check=True)
             lines.append([float(word) for word in answer.stdout.split()])
         if not sys.stderr.isatty():
             print(f"round {number} of {rounds}, {time.monotonic() - start:.0f} s", file=sys.stderr, flush=True)
@@ -124,9 +128,11 @@ def verdict(ratio, goal):
     """A ratio, what it is to be at most, and whether it is."""
     if ratio is None:
         return ""
-    if goal is None:
-        return f"{ratio:.2f}"
-    return f"{ratio:.2f} <= {goal:g} {'yes' if ratio <= goal else 'NO'}"
+    return multiple(ratio) + (f" <= {goal:g} {'yes' if ratio <= goal else 'NO'}" if goal is not None else "")
+
+
+def multiple(ratio):
+    return f"{ratio:.3f}" if ratio < 0.1 else f"{ratio:.2f}"
 
 
 def figure(value):
@@ -137,7 +143,7 @@ def work_line(results, work, name, size):
     """The cells of one row of the table; times for one element, or for one evaluation."""
     per = size if work.per_element and size else 1
     times = {who: results.median(name, who) for who in results.times.get(name, {})}
-    others = [f"{who} {figure(times[who] / per)} ({results.ratio(name, who):.2f})"
+    others = [f"{who} {figure(times[who] / per)} ({multiple(results.ratio(name, who))})"
               for who in sorted(times) if who not in COLUMNS]
     best = work.goals.peer_name if work.goals.peer_name in times else results.best_peer(name)
     peer_goal = work.goals.peer if size in (None, 65536) or 65536 not in work.sizes else None
@@ -152,7 +158,7 @@ def other_line(results, name):
     """The cells of a row that has no goal; times in microseconds for one call."""
     times = {who: results.median(name, who) for who in sorted(results.times[name])}
     return [name, figure(times["zet"] / 1000),
-            ", ".join(f"{who} {figure(times[who] / 1000)} ({results.ratio(name, who):.2f})"
+            ", ".join(f"{who} {figure(times[who] / 1000)} ({multiple(results.ratio(name, who))})"
                       for who in times if who != "zet")]
 
 

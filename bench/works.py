@@ -44,7 +44,6 @@ def _both(at_65536, at_1048576):
 _BANDS = {"nir": ("uint16", 1, 65535), "red": ("uint16", 1, 65535)}
 _X = {"x": ("float64", -2, 2)}
 _COUNTS = {"x": ("uint16", 1, 65535)}
-_FLOATS = {"x": ("float32", 1, 2000)}
 
 # numpy computes integers in double where they are cast first, and takes no longer so than by dtype=.
 # numexpr computes integers of 8 and 16 bits as those of 32 bits: where the result would stay one, they
@@ -53,32 +52,14 @@ _INDEX_NUMPY = "(lambda n, r: (n - r) / (n + r))(nir.astype(f8), red.astype(f8))
 _INDEX_NUMEXPR = "evaluate('(nir-red)/(nir+red){}', truediv=True)"
 
 
-def _reduction(function, types, numpy, numexpr, goals):
-    return [
-        Work(f"{function}(x), {kind}", operands=operands,
-             peers={"numpy": numpy[kind]} | ({"numexpr": numexpr} if numexpr else {}), goals=goals[kind],
-             picture=f"{function}, {kind}" if function in ("sum", "median") else None)
-        for kind, operands in types.items()
-    ]
-
-
-def _reductions():
-    types = {"U16": _COUNTS, "Float": _FLOATS}
-    extreme = Goals({65536: 1.4}, 0.6)
-    for function, numpy, numexpr, goals in (
-        # in double, as ours is: numexpr would sum floats as floats, and integers in 32 bits
-        ("sum", {"U16": "x.sum()", "Float": "x.sum(dtype=f8)"}, "evaluate('sum(x)', {'x': x.astype(f8)})",
-         {"U16": Goals({65536: 1.2}, 0.1), "Float": Goals({65536: 0.4}, 0.6)}),
-        ("min", {"U16": "x.min()", "Float": "x.min()"}, None, {"U16": extreme, "Float": extreme}),
-        ("max", {"U16": "x.max()", "Float": "x.max()"}, None, {"U16": extreme, "Float": extreme}),
-        # the lower one of the two in the middle; numpy.median takes a little longer
-        ("median", {"U16": _MEDIAN, "Float": _MEDIAN}, None,
-         {"U16": Goals({65536: 1.2}, 0.16), "Float": Goals({65536: 1.2}, 0.15)}),
-    ):
-        yield from _reduction(function, types, numpy, numexpr, goals)
-
-
 _MEDIAN = "np.partition(x, (x.size - 1) // 2)[(x.size - 1) // 2]"
+
+
+def _reduction(function, kind, numpy, goals, numexpr=None):
+    operands = {"x": {"U16": ("uint16", 1, 65535), "Float": ("float32", 1, 2000)}[kind]}
+    peers = {"numpy": numpy} | ({"numexpr": numexpr} if numexpr else {})
+    return Work(f"{function}(x), {kind}", (65536,), operands, peers, goals,
+                picture=f"{function}, {kind}" if function in ("sum", "median") else None)
 
 
 def _clip(kind, operands, as_double):
@@ -122,7 +103,16 @@ WORKS = [
     Work("a*b+c, ComplexDouble", SIZES, {name: ("complex128", -2, 2) for name in "abc"},
          {"numpy": "a*b + c", "numexpr": "evaluate('a*b+c')"},
          Goals(_both(1.1, 1.1), 0.65), picture="a*b+c, ComplexDouble"),
-    *_reductions(),
+    # sums in double, as ours are: numexpr would sum floats as floats, and integers in 32 bits
+    _reduction("sum", "U16", "x.sum()", Goals({65536: 1.2}, 0.1), "evaluate('sum(x)', {'x': x.astype(f8)})"),
+    _reduction("sum", "Float", "x.sum(dtype=f8)", Goals({65536: 0.4}, 0.6), "evaluate('sum(x)', {'x': x.astype(f8)})"),
+    _reduction("min", "U16", "x.min()", Goals({65536: 1.4}, 0.6)),
+    _reduction("min", "Float", "x.min()", Goals({65536: 1.4}, 0.6)),
+    _reduction("max", "U16", "x.max()", Goals({65536: 1.4}, 0.6)),
+    _reduction("max", "Float", "x.max()", Goals({65536: 1.4}, 0.6)),
+    # the lower one of the two in the middle; numpy.median takes a little longer
+    _reduction("median", "U16", _MEDIAN, Goals({65536: 1.2}, 0.16)),
+    _reduction("median", "Float", _MEDIAN, Goals({65536: 1.2}, 0.15)),
     _clip("Double", _X, "x"),
     _clip("U16", _COUNTS, "x.astype(f8)"),
     *(_swap(width) for width in (2, 4, 8)),

@@ -2,8 +2,8 @@
 
 zet_build_packages=(cmake ninja-build g++ flex bison libfl-dev)
 zet_test_packages=("${zet_build_packages[@]}" libgtest-dev clang libclang-rt-14-dev pkg-config binutils locales tzdata)
-zet_bench_packages=("${zet_build_packages[@]}" libbenchmark-dev libeigen3-dev liblapacke-dev libmuparser-dev libmuparserx-dev
-                    libudunits2-dev python3-numpy python3-numexpr)
+zet_bench_packages=("${zet_build_packages[@]}" libbenchmark-dev libeigen3-dev liblapacke-dev libmuparser-dev
+                    libmuparserx-dev libudunits2-dev python3-numpy python3-numexpr)
 zet_demo_packages=("${zet_build_packages[@]}" libgdal-dev xplanet-images)
 zet_style_packages=("${zet_build_packages[@]}" clang-format clang-tidy)
 

@@ -2,7 +2,7 @@
 //
 //   zet_bench [OPTION of Google Benchmark...]
 //   zet_bench --serve     reads the names of rows, and answers each with a line: nanoseconds for one
-//                         evaluation, and what the row's answer is checked by (0: nothing)
+//                         evaluation, and what the row's answer is checked by (0: nothing); or a message
 
 #include <algorithm>
 #include <cstdio>
@@ -98,10 +98,13 @@ public:
     void ReportRuns(const std::vector<Run>& runs) override
     {
         const Run& run = runs.front();
+        if (run.error_occurred) {
+            std::printf("%s\n", run.error_message.c_str());
+            return;
+        }
         const auto check = run.counters.find("check");
         std::printf("%.17g %.17g\n", run.real_accumulated_time / static_cast<double>(run.iterations) * 1e9,
                     check == run.counters.end() ? 0.0 : check->second.value);
-        std::fflush(stdout);
     }
 };
 
@@ -117,7 +120,10 @@ void serve()
             pattern += c;
         }
         ServeReporter reporter;
-        benchmark::RunSpecifiedBenchmarks(&reporter, nullptr, pattern + "(/iterations:[0-9]+)?$");
+        if (benchmark::RunSpecifiedBenchmarks(&reporter, nullptr, pattern + "(/iterations:[0-9]+)?$") == 0) {
+            std::printf("no such row\n");
+        }
+        std::fflush(stdout);
     }
 }
 
