@@ -193,8 +193,9 @@ def machine():
 def print_all(results, fresh_lines):
     print(f"\nOne thread on: {machine()}")
     print_table(
-        "Nanoseconds for one element or one call; our time as a multiple of another's, and what it is to be at most",
-        ["work", "for one", *COLUMNS, "of hand", "of the best library", "others (our multiple)"],
+        "Nanoseconds for one element or one call; our time as a multiple of another's, and what it is to be at most.\n"
+        "The library is the fastest one, unless our goal names another.",
+        ["work", "for one", *COLUMNS, "of hand", "of the library", "others (our multiple)"],
         [work_line(results, work, name, size) for work in works.WORKS for name, size in work.rows()])
     print_table(
         "In a process just started: microseconds of the first evaluation, of the first 20 in the middle, and warm",
