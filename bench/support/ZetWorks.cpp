@@ -22,15 +22,18 @@ const std::vector<Work>& works()
     constexpr auto kFloat = ZetDataType::Float;
     constexpr auto kDouble = ZetDataType::Double;
     constexpr auto kComplex = ZetDataType::ComplexDouble;
+    const std::vector<Operand> bytes = {{L"a", kU8, 1, 250}, {L"b", kU8, 1, 250}};
     const std::vector<Operand> bands = {{L"nir", kU16, 1, 65535}, {L"red", kU16, 1, 65535}};
     const std::vector<Operand> plane = {{L"x", kDouble, -2, 2}, {L"y", kDouble, -2, 2}};
     const std::vector<Operand> line = {plane.front()};
     const std::vector<Operand> counts = {{L"x", kU16, 1, 65535}};
     const std::vector<Operand> floats = {{L"x", kFloat, 1, 2000}};
+    const std::vector<Operand> waves = {{L"a", kComplex, -2, 2}, {L"b", kComplex, -2, 2}, {L"c", kComplex, -2, 2}};
     const std::vector<unsigned long> allSizes = {4096, 65536, 1048576};
+    const std::vector<unsigned long> fromOne = {1, 4096, 65536, 1048576};
     const std::vector<unsigned long> oneSize = {65536};
     static const std::vector<Work> works = {
-        {"a+b, U8", L"a+b", "x+y", handWorks.sumOfBytes, kDouble, {{L"a", kU8, 1, 250}, {L"b", kU8, 1, 250}}, allSizes},
+        {"a+b, U8", L"a+b", "x+y", handWorks.sumOfBytes, kDouble, bytes, fromOne},
         {"(nir-red)/(nir+red), U16", L"(nir-red)/(nir+red)", "(x-y)/(x+y)", handWorks.index, kDouble, bands, allSizes},
         {"roundclip of the index to U8", L"roundclip((nir-red)/(nir+red)*127.5+127.5, t, 0, 255)", nullptr,
          handWorks.scaledIndex, kU8, bands, allSizes},
@@ -38,13 +41,7 @@ const std::vector<Work>& works()
          allSizes},
         {"sin(x)*cos(y)+exp(-x*x), Double", L"sin(x)*cos(y)+exp(-x*x)", "sin(x)*cos(y)+exp(-x*x)",
          handWorks.transcendental, kDouble, plane, oneSize},
-        {"a*b+c, ComplexDouble",
-         L"a*b+c",
-         nullptr,
-         handWorks.complexMultiplyAdd,
-         kComplex,
-         {{L"a", kComplex, -2, 2}, {L"b", kComplex, -2, 2}, {L"c", kComplex, -2, 2}},
-         allSizes},
+        {"a*b+c, ComplexDouble", L"a*b+c", nullptr, handWorks.complexMultiplyAdd, kComplex, waves, allSizes},
         {"sum(x), U16", L"sum(x)", nullptr, handWorks.sumU16, kDouble, counts, oneSize, &ZetEqnTile::sum},
         {"sum(x), Float", L"sum(x)", nullptr, handWorks.sumFloat, kDouble, floats, oneSize, &ZetEqnTile::sum},
         {"min(x), U16", L"min(x)", nullptr, handWorks.minU16, kDouble, counts, oneSize, &ZetEqnTile::min},
