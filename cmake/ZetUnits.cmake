@@ -6,6 +6,7 @@ set(ZET_UNITS
   image/QorSwapBytesLoop
   quantity/ZetApproximate
   eqn/ZetBisonParser
+  image/ZetBlockMemory
   lut/ZetBreakPoint
   lut/ZetBreakPointLut
   image/ZetBuffer

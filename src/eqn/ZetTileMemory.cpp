@@ -41,13 +41,14 @@ ZetEqnTile ZetTileMemory::makeTile(const ZetDataType& type, unsigned long size)
 
 double* ZetTileMemory::doubles(std::size_t count)
 {
-    if (m_doubleCount < count) {
-        m_doubles.reset();
-        m_doubleCount = 0;
-        m_doubles = std::make_unique_for_overwrite<double[]>(count);
-        m_doubleCount = count;
+    const std::size_t lines = (count + std::size(Line().doubles) - 1) / std::size(Line().doubles);
+    if (m_lineCount < lines) {
+        m_lines.reset();
+        m_lineCount = 0;
+        m_lines = std::make_unique_for_overwrite<Line[]>(lines);
+        m_lineCount = lines;
     }
-    return m_doubles.get();
+    return m_lines[0].doubles;
 }
 
 }  // namespace internal

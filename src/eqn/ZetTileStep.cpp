@@ -65,16 +65,16 @@ const void* ZetSourceStep::run(const ZetStrip& strip, void* block, double*) cons
     return block;
 }
 
-ZetNumberStep::ZetNumberStep(double number) : ZetTileStep(ZetDataType::Double), m_elements(kTileBlock, number)
+ZetNumberStep::ZetNumberStep(double number) : ZetTileStep(ZetDataType::Double)
 {
     m_needsBlock = false;
+    std::fill_n(m_elements, kTileBlock, number);
 }
 
-ZetNumberStep::ZetNumberStep(const std::complex<double>& number)
-    : ZetTileStep(ZetDataType::ComplexDouble), m_elements(2 * kTileBlock)
+ZetNumberStep::ZetNumberStep(const std::complex<double>& number) : ZetTileStep(ZetDataType::ComplexDouble)
 {
     m_needsBlock = false;
-    for (std::size_t i = 0; i < m_elements.size(); i += 2) {
+    for (std::size_t i = 0; i < 2 * kTileBlock; i += 2) {
         m_elements[i] = number.real();
         m_elements[i + 1] = number.imag();
     }

@@ -16,12 +16,6 @@
 
 namespace zet {
 
-namespace internal {
-
-void* (*acquireBlock)(std::size_t size) = &std::malloc;
-
-}  // namespace internal
-
 namespace {
 
 void postFailure(const wchar_t* cause, unsigned long size, int line)
