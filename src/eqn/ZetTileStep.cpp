@@ -141,51 +141,62 @@ const ZetEqnTile* ZetOperationStep::lender(const ZetDataType& type, unsigned lon
     return lender;
 }
 
-ZetTileStepPtr ZetArithmeticStep::make(ZetArithmetic op, ZetTileStepPtr left, ZetTileStepPtr right)
+ZetTileStepPtr ZetArithmeticStep::make(ZetArithmetic op, Side left, Side right)
 {
-    ZetTileStepPtr chained = chain(op, left, right, 0.0);
-    return chained ? std::move(chained)
-                   : std::make_unique<ZetArithmeticStep>(op, std::move(left), std::move(right), 0.0);
+    ZetArithmeticStep* const first = left.arithmetic();
+    ZetArithmeticStep* const last = right.arithmetic();
+    const auto isOfDoubles = [](const Side& side) { return !side.step || side.step->isDoubles(); };
+    if (op == kDivide && first && last && haveQuotientLoop(*first, *last)) {
+        return makeQuotient(*first, *last);
+    }
+    if (first && first->isOfDoubles() && isOfDoubles(right)) {
+        return makeChain(*first, op, false, std::move(right));
+    }
+    if (last && last->isOfDoubles() && isOfDoubles(left)) {
+        return makeChain(*last, op, true, std::move(left));
+    }
+    return std::make_unique<ZetArithmeticStep>(op, std::move(left), std::move(right));
 }
 
-ZetTileStepPtr ZetArithmeticStep::make(ZetArithmetic op, ZetTileStepPtr left, double right)
-{
-    ZetTileStepPtr none;
-    ZetTileStepPtr chained = chain(op, left, none, right);
-    return chained ? std::move(chained) : std::make_unique<ZetArithmeticStep>(op, std::move(left), nullptr, right);
-}
-
-ZetTileStepPtr ZetArithmeticStep::make(ZetArithmetic op, double left, ZetTileStepPtr right)
-{
-    ZetTileStepPtr none;
-    ZetTileStepPtr chained = chain(op, none, right, left);
-    return chained ? std::move(chained) : std::make_unique<ZetArithmeticStep>(op, nullptr, std::move(right), left);
-}
-
-ZetArithmeticStep::ZetArithmeticStep(ZetArithmetic op, ZetTileStepPtr left, ZetTileStepPtr right, double number)
-    : ZetOperationStep(ZetDataType::Double, {std::move(left), std::move(right)}), m_op(op), m_number(number)
+ZetArithmeticStep::ZetArithmeticStep(ZetArithmetic op, Side left, Side right)
+    : ZetOperationStep(ZetDataType::Double, {std::move(left.step), std::move(right.step)}),
+      m_op(op),
+      m_number(m_operands[0] ? right.number : left.number)
 {}
 
-/// A step of two operators, where one operand is arithmetic and all that takes part are doubles; null
-/// where none is. The operands are taken then.
-ZetTileStepPtr ZetArithmeticStep::chain(ZetArithmetic op, ZetTileStepPtr& left, ZetTileStepPtr& right, double number)
+bool ZetArithmeticStep::haveQuotientLoop(const ZetArithmeticStep& dividend, const ZetArithmeticStep& divisor)
 {
-    const bool isLeft = left && left->toArithmetic() && left->toArithmetic()->isOfDoubles();
-    ZetTileStepPtr& inner = isLeft ? left : right;
-    ZetTileStepPtr& other = isLeft ? right : left;
-    ZetArithmeticStep* const first = inner ? inner->toArithmetic() : nullptr;
-    if (!first || !first->isOfDoubles() || (other && !other->isDoubles())) {
-        return nullptr;
-    }
-    const auto loop = pixelKernels().chain[first->m_op][op][isLeft ? 0 : 1];
-    ZetTileStepPtr third = other ? std::move(other) : std::make_unique<ZetNumberStep>(number);
-    ZetTileStepPtr x = first->takeOperand(0);
-    ZetTileStepPtr y = first->takeOperand(1);
-    return makeLoopStep(ZetDataType::Double, {std::move(x), std::move(y), std::move(third)},
+    const auto isSum = [](ZetArithmetic op) { return op == kAdd || op == kSubtract; };
+    const int column = dividend.commonColumn();
+    return isSum(dividend.m_op) && isSum(divisor.m_op) && column >= 0 && column == divisor.commonColumn();
+}
+
+ZetTileStepPtr ZetArithmeticStep::makeQuotient(ZetArithmeticStep& dividend, ZetArithmeticStep& divisor)
+{
+    const auto loop = pixelKernels().quotient[dividend.m_op][divisor.m_op].at[dividend.commonColumn()];
+    return makeLoopStep(ZetDataType::Double,
+                        {std::move(dividend.m_operands[0]), std::move(dividend.m_operands[1]),
+                         std::move(divisor.m_operands[0]), std::move(divisor.m_operands[1])},
                         [loop](const ZetRuns& in, void* out, unsigned long count) {
-                            loop(static_cast<const double*>(in[0]), static_cast<const double*>(in[1]),
-                                 static_cast<const double*>(in[2]), static_cast<double*>(out), count);
+                            loop(in[0], in[1], in[2], in[3], static_cast<double*>(out), count);
                         });
+}
+
+/// (x first y) second z, or where it is \p isTurned, z second (x first y).
+ZetTileStepPtr ZetArithmeticStep::makeChain(ZetArithmeticStep& first, ZetArithmetic second, bool isTurned, Side other)
+{
+    const std::array<double, 3> numbers = {first.m_number, first.m_number, other.number};
+    ZetOperands operands = {std::move(first.m_operands[0]), std::move(first.m_operands[1]), std::move(other.step)};
+    int kinds = 0;
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        kinds |= operands[i] ? 0 : 1 << i;
+    }
+    const auto loop = pixelKernels().chain[first.m_op][second][isTurned][kinds];
+    return makeLoopStep(
+        ZetDataType::Double, std::move(operands), [loop, numbers](const ZetRuns& in, void* out, unsigned long count) {
+            const auto at = [&](std::size_t i) { return in[i] ? static_cast<const double*>(in[i]) : &numbers[i]; };
+            loop(at(0), at(1), at(2), static_cast<double*>(out), count);
+        });
 }
 
 bool ZetArithmeticStep::isOfDoubles() const
@@ -194,9 +205,10 @@ bool ZetArithmeticStep::isOfDoubles() const
                        [](const ZetTileStepPtr& operand) { return !operand || operand->isDoubles(); });
 }
 
-ZetTileStepPtr ZetArithmeticStep::takeOperand(std::size_t i)
+int ZetArithmeticStep::commonColumn() const
 {
-    return m_operands[i] ? std::move(m_operands[i]) : std::make_unique<ZetNumberStep>(m_number);
+    const bool areSteps = m_operands[0] && m_operands[1];
+    return areSteps && m_operands[0]->column() == m_operands[1]->column() ? m_operands[0]->column() : -1;
 }
 
 const void* ZetArithmeticStep::run(const ZetStrip& strip, void* block, double* spare) const

@@ -201,23 +201,56 @@ TEST_P(ZetPixelKernelBuilds, chainsRoundEachOperation)
     const std::vector<double> x = doubles(1, count);
     const std::vector<double> y = doubles(2, count);
     const std::vector<double> z = doubles(3, count);
-    for (int first = 0; first < kArithmeticCount; ++first) {
-        for (int second = 0; second < kArithmeticCount; ++second) {
-            for (int turned = 0; turned < 2; ++turned) {
-                std::vector<double> expected(count);
-                for (std::size_t i = 0; i < count; ++i) {
-                    const double inner = rounded(first, x[i], y[i]);
-                    expected[i] = turned ? rounded(second, z[i], inner) : rounded(second, inner, z[i]);
+    for (const int numbers : {0, +kNumberX, +kNumberY, +kNumberZ, kNumberX + kNumberZ, kNumberY + kNumberZ}) {
+        const auto at = [numbers](const std::vector<double>& run, int flag, std::size_t i) {
+            return run[numbers & flag ? 0 : i];
+        };
+        for (int chain = 0; chain < kArithmeticCount * kArithmeticCount * 2; ++chain) {
+            const int first = chain / (2 * kArithmeticCount);
+            const int second = chain / 2 % kArithmeticCount;
+            const int turned = chain % 2;
+            std::vector<double> expected(count);
+            for (std::size_t i = 0; i < count; ++i) {
+                const double inner = rounded(first, at(x, kNumberX, i), at(y, kNumberY, i));
+                const double last = at(z, kNumberZ, i);
+                expected[i] = turned ? rounded(second, last, inner) : rounded(second, inner, last);
+            }
+            for (int place = 0; place < 4; ++place) {  // the result stands apart, or on one operand
+                SCOPED_TRACE(testing::Message() << first << " then " << second << (turned ? " turned" : "")
+                                                << " numbers " << numbers << " in place " << place);
+                std::vector<double> runs[4] = {x, y, z, std::vector<double>(count)};
+                std::vector<double>& found = runs[(place + 3) % 4];
+                const double* const operands[] = {runs[0].data(), runs[1].data(), runs[2].data()};
+                build().chain[first][second][turned][numbers](operands[0], operands[1], operands[2], found.data(),
+                                                              count);
+                expectSame(expected, found);
+            }
+        }
+    }
+}
+
+TEST_P(ZetPixelKernelBuilds, quotientsOfSumsAndDifferences)
+{
+    for (int column = 0; column < kColumns; ++column) {
+        Pixels pixels[] = {Pixels(1UL + static_cast<unsigned long>(column)), Pixels(20), Pixels(30), Pixels(40)};
+        const void* const runs[] = {pixels[0].elements(column), pixels[1].elements(column), pixels[2].elements(column),
+                                    pixels[3].elements(column)};
+        std::vector<double> elements[4] = {};
+        for (int i = 0; i < 4; ++i) {
+            elements[i].resize(kCount);
+            plain().map[kConvert].at[column](runs[i], elements[i].data(), kCount, 0.0, 0.0);
+        }
+        for (const int first : {kAdd, kSubtract}) {
+            for (const int second : {kAdd, kSubtract}) {
+                std::vector<double> expected(kCount);
+                std::vector<double> found(kCount);
+                for (std::size_t i = 0; i < kCount; ++i) {
+                    expected[i] = rounded(kDivide, rounded(first, elements[0][i], elements[1][i]),
+                                          rounded(second, elements[2][i], elements[3][i]));
                 }
-                for (int place = 0; place < 4; ++place) {  // the result stands apart, or on one operand
-                    SCOPED_TRACE(testing::Message()
-                                 << first << " then " << second << (turned ? " turned" : "") << " in place " << place);
-                    std::vector<double> runs[4] = {x, y, z, std::vector<double>(count)};
-                    std::vector<double>& found = runs[(place + 3) % 4];
-                    const double* const operands[] = {runs[0].data(), runs[1].data(), runs[2].data()};
-                    build().chain[first][second][turned](operands[0], operands[1], operands[2], found.data(), count);
-                    expectSame(expected, found);
-                }
+                build().quotient[first][second].at[column](runs[0], runs[1], runs[2], runs[3], found.data(), kCount);
+                SCOPED_TRACE(testing::Message() << first << " over " << second << " of " << column);
+                expectSame(expected, found);
             }
         }
     }
@@ -232,7 +265,7 @@ TEST_P(ZetPixelKernelBuilds, chainsOfOneRunAndOfAnyLength)
         for (std::size_t i = 0; i < count; ++i) {
             expected[i] = rounded(kSubtract, x[i], rounded(kMultiply, x[i], x[i]));
         }
-        build().chain[kMultiply][kSubtract][1](found.data(), found.data(), found.data(), found.data(), count);
+        build().chain[kMultiply][kSubtract][1][0](found.data(), found.data(), found.data(), found.data(), count);
         SCOPED_TRACE(count);
         expectSame(expected, found);
     }
@@ -309,7 +342,8 @@ TEST(ZetPixelKernels, noBuildFusesProductsAndSums)
         // a*b - p with p = a*b rounded
         const double square = 1.0 + 0x1p-29;
         std::vector<double> squareRun(64, square);
-        build.kernels->chain[kMultiply][kSubtract][0](squares.data(), squares.data(), squareRun.data(), out.data(), 64);
+        build.kernels->chain[kMultiply][kSubtract][0][0](squares.data(), squares.data(), squareRun.data(), out.data(),
+                                                         64);
         EXPECT_EQ(out, std::vector<double>(64, 0.0)) << build.name;
     }
 }
