@@ -57,7 +57,8 @@ ZetString ZetStrList::className() const
 
 int ZetStrList::find(const ZetString& text, bool ignoreCase) const
 {
-    const ZetString wanted = ignoreCase ? zet::toLower(text) : text;
+    const ZetString lower = ignoreCase ? zet::toLower(text) : ZetString();
+    const ZetString& wanted = ignoreCase ? lower : text;
     const auto matches = [&](const ZetString& element) {
         return ignoreCase ? zet::toLower(element) == wanted : element == wanted;
     };

@@ -15,22 +15,22 @@ namespace grammar {
 
 ZetEqnNode* call(const wchar_t* name, ZetEqnNode*& arg)
 {
-    return new ZetFcnNode(name, own(arg));
+    return new ZetFcnNode(name, nodes(arg));
 }
 
 ZetEqnNode* call(const wchar_t* name, ZetEqnNode*& arg1, ZetEqnNode*& arg2)
 {
-    return new ZetFcnNode(name, own(arg1), own(arg2));
+    return new ZetFcnNode(name, nodes(arg1, arg2));
 }
 
-ZetEqnNode* callList(const ZetString& name, const Nodes& args)
+ZetEqnNode* callList(ZetString&& name, Nodes&& args)
 {
-    return new ZetFcnNode(name, args);
+    return new ZetFcnNode(std::move(name), std::move(args));
 }
 
-Nodes* list(const Nodes& elements)
+Nodes* list(Nodes&& elements)
 {
-    return new Nodes(elements);
+    return new Nodes(std::move(elements));
 }
 
 void append(Nodes* elements, const Nodes& more)

@@ -1,5 +1,7 @@
 #include <zet/ZetEqnParser>
 
+#include <utility>
+
 #include "core/ZetUnitInit"
 #include "eqn/ZetEqnParser_p"
 
@@ -52,6 +54,11 @@ bool ZetEqnParser::parse(const ZetString& text, ZetTextMsg* message)
 void ZetEqnParser::setValue(const ZetString& name, const ZetVariant& value)
 {
     m_p->setValue(name, value);
+}
+
+void ZetEqnParser::setValue(const ZetString& name, ZetVariant&& value)
+{
+    m_p->setValue(name, std::move(value));
 }
 
 const ZetVariant& ZetEqnParser::evaluate(ZetTextMsg* message)

@@ -1,6 +1,8 @@
 #include "eqn/ZetEqnParser_p"
 
+#include <algorithm>
 #include <sstream>
+#include <typeinfo>
 
 #include <zet/ZetMathConst>
 #include <zet/ZetScalar>
@@ -10,6 +12,7 @@
 #include "eqn/ZetFcnNode"
 #include "eqn/ZetFlexScanner"
 #include "eqn/ZetOperand"
+#include "reflect/ZetBuiltInVariants"
 #include "zet_grammar.hh"
 
 namespace zet {
@@ -22,6 +25,31 @@ namespace {
 ZetMathConst constantOf(const ZetString& name)
 {
     return name == L"pi" ? ZetMathConst(ZetMathConst::Pi) : ZetMathConst(name);
+}
+
+// The plain double that a variant holds; null for any other implementation.
+ZetDoubleVariant* doubleOf(const ZetVariant& value)
+{
+    ZetVariantIF* const implementation = value.implementation().get();
+    return typeid(*implementation) == typeid(ZetDoubleVariant) ? static_cast<ZetDoubleVariant*>(implementation)
+                                                               : nullptr;
+}
+
+// Writes the number of a variant that dies into the one that the nodes hold, where nobody else holds
+// either: then nobody can tell it from the variant itself. Whether it did.
+bool writeNumber(const std::vector<ZetVarNodePtr>& nodes, const ZetVariant& value)
+{
+    const ZetDoubleVariant* const number = doubleOf(value);
+    if (!number || !number->isHeldBy(1) || nodes.empty()) {
+        return false;
+    }
+    ZetDoubleVariant* const held = doubleOf(nodes.front()->value());
+    const auto holdsIt = [held](const ZetVarNodePtr& node) { return node->value().implementation().get() == held; };
+    if (!held || !held->isHeldBy(nodes.size()) || !std::all_of(nodes.begin(), nodes.end(), holdsIt)) {
+        return false;
+    }
+    *static_cast<double*>(held->data()) = *static_cast<const double*>(number->data());
+    return true;
 }
 
 int collapseCalls(ZetEqnNodePtr* tree)
@@ -161,11 +189,11 @@ void ZetEqnParser_p::collectVariables(const ZetEqnNodePtr& tree)
 // Names that were folded away stay listed, so there are fewer names than entries only for a new one.
 void ZetEqnParser_p::insertVariable(ZetVarNode* node)
 {
-    std::vector<ZetVarNodePtr>& nodes = m_variableNodes[node->name()];
+    Nodes& nodes = m_variableNodes[node->name()];
     if (m_variableNames.size() < m_variableNodes.size()) {
         m_variableNames.append(node->name());
     }
-    nodes.push_back(node);
+    nodes.emplace_back(node);
 }
 
 // The first message stands.
@@ -174,7 +202,7 @@ void ZetEqnParser_p::judge(const ZetFcnNode& call)
     if (!m_lastMessage.text().empty()) {
         return;
     }
-    if (!ZetFcnNode::isaFunction(call.name())) {
+    if (!call.fcn()) {
         setMessage(L"'" + call.name() + L"()' is not a valid parametric function.", __LINE__);
     } else if (!call.hasFittingArgs()) {
         setMessage(L"'" + call.name() + L"()' does not have the correct number of arguments.", __LINE__);
@@ -199,16 +227,38 @@ void ZetEqnParser_p::setMessage(const ZetString& text, int line)
 void ZetEqnParser_p::setValue(const ZetString& name, const ZetVariant& value)
 {
     const auto found = m_variableNodes.find(name);
+    if (found != m_variableNodes.end()) {
+        setValue(found->second, value);
+    }
+}
+
+void ZetEqnParser_p::setValue(const ZetString& name, ZetVariant&& value)
+{
+    const auto found = m_variableNodes.find(name);
     if (found == m_variableNodes.end()) {
         return;
     }
-    // The value may be the result itself, or lie in a value that goes here: once the first node has it,
-    // it is taken from there.
-    const ZetVariant* source = &value;
-    for (const ZetVarNodePtr& node : found->second) {
-        node->setValue(*source);
-        source = &found->second.front()->value();
+    if (writeNumber(found->second, value)) {
+        forgetResult();
+    } else {
+        setValue(found->second, value);
     }
+}
+
+// The value may be the result itself, or lie in a value that goes here: once the first node has it, it
+// is taken from there.
+void ZetEqnParser_p::setValue(const Nodes& nodes, const ZetVariant& value)
+{
+    const ZetVariant* source = &value;
+    for (const ZetVarNodePtr& node : nodes) {
+        node->setValue(*source);
+        source = &nodes.front()->value();
+    }
+    forgetResult();
+}
+
+void ZetEqnParser_p::forgetResult()
+{
     if (m_result.isValid()) {
         m_memory.release(m_result);
     }

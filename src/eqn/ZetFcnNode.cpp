@@ -27,18 +27,17 @@ ZetFcnNode::ZetFcnNode(const ZetString& name, const ZetEqnNodePtr& arg1, const Z
     : ZetFcnNode(name, std::vector{arg1, arg2})
 {}
 
-ZetFcnNode::ZetFcnNode(const ZetString& name, const std::vector<ZetEqnNodePtr>& args)
-    : ZetFcnNode(name, ZetMathFcn::fromString(name), args)
+ZetFcnNode::ZetFcnNode(ZetString name, std::vector<ZetEqnNodePtr> args)
+    : ZetFcnNode(std::move(name), ZetMathFcn::fromString(name), std::move(args))
 {}
 
-ZetFcnNode::ZetFcnNode(const ZetString& name, const ZetMathFcn::ZetFcnInfo& info,
-                       const std::vector<ZetEqnNodePtr>& args)
+ZetFcnNode::ZetFcnNode(ZetString&& name, const ZetMathFcn::ZetFcnInfo& info, std::vector<ZetEqnNodePtr>&& args)
     : m_variadic(info.nArgs < 0),
       m_minArgs(std::abs(info.nArgs)),
-      m_name(name),
+      m_name(std::move(name)),
       m_fcn(info.fcn),
       m_operandFcn(info.operandFcn),
-      m_args(args),
+      m_args(std::move(args)),
       m_height(0)
 {
     measure();

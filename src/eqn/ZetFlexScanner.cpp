@@ -1,6 +1,8 @@
 #include "eqn/ZetFlexScanner"
 
 #include <stdexcept>
+#include <string_view>
+#include <utility>
 
 #include "core/ZetUnitInit"
 
@@ -27,16 +29,21 @@ int columnBehind(int column, char c)
 
 void ZetFlexScanner::count()
 {
-    yylval->text = new std::string(yytext, static_cast<std::size_t>(yyleng));
-    for (const char c : *yylval->text) {
+    const std::string_view text(yytext, static_cast<std::size_t>(yyleng));
+    if (m_spare) {
+        m_spare->assign(text);
+    } else {
+        m_spare = std::make_unique<std::string>(text);
+    }
+    yylval->text = m_spare.release();
+    for (const char c : text) {
         column = columnBehind(column, c);
     }
 }
 
 void ZetFlexScanner::skipText()
 {
-    delete yylval->text;
-    yylval->text = nullptr;
+    m_spare.reset(std::exchange(yylval->text, nullptr));
 }
 
 void ZetFlexScanner::LexerError(const char* text)

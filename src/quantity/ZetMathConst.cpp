@@ -89,7 +89,9 @@ const ZetString& ZetMathConst::toString() const
 
 ZetMathConst::Type ZetMathConst::fromString(const ZetString& name)
 {
-    return static_cast<Type>(internal::enumFromString(enumerator(), name, Invalid));
+    // the keys stand in the order of the numbers
+    const int number = allKeys().find(name);
+    return number < 0 ? Invalid : static_cast<Type>(number);
 }
 
 bool ZetMathConst::isValid(const ZetString& name)

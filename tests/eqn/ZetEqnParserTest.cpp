@@ -8,6 +8,7 @@
 
 #include <zet/ZetEqnTile>
 #include <zet/ZetScalar>
+#include <zet/ZetVariantImpl>
 
 #include "support/ZetCollectingHandler"
 #include "support/ZetScopedLocale"
@@ -449,6 +450,98 @@ TEST(ZetEqnParser, aValueIsSharedWithTheCaller)
     parser.setValue(L"x", 5.0);
     EXPECT_EQ(value.value<double>(), 4.0);
     EXPECT_EQ(valueOf(&parser), 25.0);
+}
+
+/// Another implementation of the kind of plain doubles.
+class OwnDouble : public ZetVariantImpl<double>
+{
+public:
+    explicit OwnDouble(double value) : ZetVariantImpl(value) {}
+    OwnDouble* clone() const override { return new OwnDouble(*this); }
+};
+
+TEST(ZetEqnParser, aNumberOverANumberLeavesCopiesAlone)
+{
+    ZetEqnParser parser;
+    ASSERT_TRUE(parser.parse(L"x + x*y"));
+    parser.setValue(L"y", 10.0);
+    parser.setValue(L"x", 1.0);
+    parser.setValue(L"x", 2.0);
+    EXPECT_EQ(valueOf(&parser), 22.0);
+
+    const ZetVariant held = parser.value(L"x");
+    parser.setValue(L"x", 3.0);
+    EXPECT_EQ(held.value<double>(), 2.0);
+    EXPECT_EQ(valueOf(&parser), 33.0);
+
+    ZetEqnParser copy(parser);
+    parser.setValue(L"x", 4.0);
+    copy.setValue(L"y", 100.0);
+    EXPECT_EQ(copy.value(L"x").value<double>(), 3.0);
+    EXPECT_EQ(valueOf(&copy), 303.0);
+    EXPECT_EQ(valueOf(&parser), 44.0);
+
+    parser.setValue(L"y", parser.value(L"x"));
+    parser.setValue(L"x", 5.0);
+    EXPECT_EQ(parser.value(L"y").value<double>(), 4.0);
+    EXPECT_EQ(valueOf(&parser), 25.0);
+}
+
+TEST(ZetEqnParser, aNumberOverTheResult)
+{
+    ZetEqnParser parser;
+    ASSERT_TRUE(parser.parse(L"x"));
+    parser.setValue(L"x", 1.0);
+    const ZetVariant& result = parser.evaluate();
+    const ZetVariant held = result;
+    parser.setValue(L"x", 2.0);
+    EXPECT_FALSE(result.isValid());
+    EXPECT_EQ(held.value<double>(), 1.0);
+    EXPECT_EQ(valueOf(&parser), 2.0);
+    parser.setValue(L"x", 3.0);
+    EXPECT_EQ(valueOf(&parser), 3.0);
+}
+
+TEST(ZetEqnParser, aFoldedNumberStays)
+{
+    ZetEqnParser parser;
+    ASSERT_TRUE(parser.parse(L"x*y + x"));
+    parser.setValue(L"x", 2.0);
+    EXPECT_GT(parser.collapse(), 0);
+    parser.setValue(L"y", 3.0);
+    parser.setValue(L"x", 7.0);
+    parser.setValue(L"y", 4.0);
+    EXPECT_EQ(valueOf(&parser), 10.0);
+}
+
+TEST(ZetEqnParser, aNumberTakesTheKindAlong)
+{
+    ZetEqnParser parser;
+    ASSERT_TRUE(parser.parse(L"x*x"));
+    parser.setValue(L"x", 1.0);
+    parser.setValue(L"x", 2);
+    EXPECT_EQ(parser.value(L"x").typeName(), L"Int");
+    parser.setValue(L"x", 3.0);
+    EXPECT_EQ(parser.value(L"x").typeName(), L"Double");
+    parser.setValue(L"x", ZetVariant(ZetVariantIFPtr(new OwnDouble(4.0))));
+    EXPECT_NE(dynamic_cast<const OwnDouble*>(parser.value(L"x").implementation().get()), nullptr);
+    EXPECT_EQ(valueOf(&parser), 16.0);
+    parser.setValue(L"x", 5.0);
+    EXPECT_EQ(dynamic_cast<const OwnDouble*>(parser.value(L"x").implementation().get()), nullptr);
+    EXPECT_EQ(valueOf(&parser), 25.0);
+}
+
+TEST(ZetEqnParser, aValueGivenAwayIsSharedWithItsCopies)
+{
+    ZetEqnParser parser;
+    ASSERT_TRUE(parser.parse(L"x*x"));
+    parser.setValue(L"x", 1.0);
+    ZetVariant value = 3.0;
+    ZetVariant copy = value;
+    parser.setValue(L"x", std::move(value));
+    *static_cast<double*>(copy.data()) = 4.0;
+    EXPECT_EQ(parser.value(L"x").value<double>(), 4.0);
+    EXPECT_EQ(valueOf(&parser), 16.0);
 }
 
 TEST(ZetEqnParser, heldResultsStay)

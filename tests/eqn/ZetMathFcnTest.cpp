@@ -113,6 +113,10 @@ TEST(ZetMathFcn, namesInAnyCase)
     EXPECT_EQ(&ZetMathFcn::fromString(L"Log10"), &ZetMathFcn::functionMap().at(L"log10"));
     EXPECT_TRUE(ZetMathFcn::isValid(L"UnaryMinus"));
     EXPECT_FALSE(ZetMathFcn::isValid(L"sin "));
+    EXPECT_TRUE(ZetMathFcn::isValid(L"GreaterThanEquals"));
+    EXPECT_FALSE(ZetMathFcn::isValid(L"greaterthanequalss"));
+    EXPECT_FALSE(ZetMathFcn::isValid(ZetString(1000, L's')));
+    EXPECT_FALSE(ZetMathFcn::isValid(L"\u017Fin")) << "only A to Z have a lower case";
     EXPECT_FALSE(ZetMathFcn::isValid(L""));
 }
 
