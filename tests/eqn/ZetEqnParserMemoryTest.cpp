@@ -1,11 +1,14 @@
 #include <zet/ZetEqnParser>
 
+#include <algorithm>
 #include <atomic>
 #include <cstdlib>
 #include <new>
 #include <string>
 
 #include <gtest/gtest.h>
+
+#include <zet/ZetEqnTile>
 
 namespace {
 
@@ -72,9 +75,37 @@ void useAll(ZetEqnParser& parser, const ZetString& text)
     }
 }
 
+const ZetVariant& someTile()
+{
+    static const ZetVariant value = [] {
+        ZetEqnTile tile;
+        tile.initialize(ZetDataType::U8, 700);
+        std::fill_n(tile.elements<unsigned char>(), tile.size(), 7);
+        return tile;
+    }();
+    return value;
+}
+
+/// Evaluates over tiles, again where there are results already, and folds; a failure of a function is no matter.
+void useTiles(ZetEqnParser& parser, const ZetString& text)
+{
+    static const ZetString name = L"x";
+    if (!parser.parse(text)) {
+        return;
+    }
+    for (int i = 0; i < 2; ++i) {
+        parser.setValue(name, someTile());
+        parser.evaluate();
+    }
+    try {
+        ZetEqnParser(parser).collapse();
+    } catch (const ZetTextMsg&) {
+    }
+}
+
 /// Whether \p blocks were enough. What memory does not suffice for ends in an exception or a refusal, and
 /// leaves a parser that can be used, and nothing else.
-bool sufficed(const ZetString& text, long blocks)
+bool sufficed(const ZetString& text, long blocks, void (*use)(ZetEqnParser&, const ZetString&) = useAll)
 {
     const long before = s_liveBlocks;
     bool enough = false;
@@ -82,7 +113,7 @@ bool sufficed(const ZetString& text, long blocks)
         ZetEqnParser parser;
         s_blocksLeft = blocks;
         try {
-            useAll(parser, text);
+            use(parser, text);
         } catch (const std::bad_alloc&) {
             s_blocksLeft = 0;
         }
@@ -128,6 +159,25 @@ TEST(ZetEqnParserMemory, whereEachAllocationFails)
             blocks += row.step;
         }
         EXPECT_GT(blocks, 10);
+    }
+}
+
+TEST(ZetEqnParserMemory, whereEachAllocationFailsOverTiles)
+{
+    const ZetString texts[] = {
+        L"(x*x-3)/(x+2)*y-sum(x*y)+min(x,y,1); y=x*2",
+        L"cmplx(x,1)*x+abs(sqrt(x)-(x-1)^2.5)",
+        L"x*2 == x+x ? clip(x,0,5)-median(x*3) : x-1",
+        L"(x+1)-sqrt(\"abc\")",
+    };
+    for (const ZetString& text : texts) {
+        ZetEqnParser first;
+        useTiles(first, text);
+        long blocks = 0;
+        while (!sufficed(text, blocks, useTiles)) {
+            ++blocks;
+        }
+        EXPECT_GT(blocks, 50);
     }
 }
 
