@@ -1,7 +1,9 @@
 #include "eqn/ZetFusedEvaluation"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -384,6 +386,53 @@ TEST_P(ZetFusedEvaluation, stripsOfTilesOfEveryShape)
                 SCOPED_TRACE(testing::Message() << "size " << size << " types " << left.type << " " << right.type);
                 EXPECT_EQ(outcomes.difference, L"");
                 expectTile(held<ZetEqnTile>(outcomes.fused.value), ZetDataType::Double, expected);
+            }
+        }
+    }
+}
+
+// Sums whose bits tell the order of the additions, over the strips of what is computed and of tiles as they are.
+TEST_P(ZetFusedEvaluation, sumsRunFromTheFirstElementToTheLast)
+{
+    for (const unsigned long size : kSizes) {
+        for (const ZetDataType::Type type : {ZetDataType::Double, ZetDataType::Float, ZetDataType::I16}) {
+            for (const long increment : {1L, 2L}) {
+                Values values = ramp(size, -20.0, 1.0);
+                for (std::complex<double>& x : values) {
+                    x *= type == ZetDataType::I16 ? 300.0 : 0.1 * std::ldexp(1.0, static_cast<int>(x.real()) / 4);
+                }
+                const ZetTilePixels x(type, values, increment);
+                double sum = 0.0;
+                double sumOfComputed = 0.0;
+                double least = std::numeric_limits<double>::max();
+                double greatest = std::numeric_limits<double>::min();
+                for (unsigned long i = 0; i < size; ++i) {
+                    const double element = elementAt(x.tile, i).real();
+                    sum += element;
+                    sumOfComputed += element * 3.0 - 0.7;
+                    least = std::min(least, element * 3.0 - 0.7);
+                    greatest = std::max(greatest, element * 3.0 - 0.7);
+                }
+                const struct
+                {
+                    const wchar_t* equation;
+                    double value;
+                } rows[] = {{L"sum(x)", sum},
+                            {L"sum(x*3-0.7)", sumOfComputed},
+                            {L"sum(y); y=x*3-0.7", sumOfComputed},
+                            {L"mean(x*3-0.7)", sumOfComputed / static_cast<double>(size)},
+                            {L"sum(x*3-0.7,1)", sumOfComputed + 1.0},
+                            {L"min(x*3-0.7)", least},
+                            {L"max(x*3-0.7)", greatest}};
+                for (const auto& row : rows) {
+                    SCOPED_TRACE(testing::Message() << toMultibyte(ZetString(row.equation)) << " of " << size
+                                                    << " elements of type " << type << ", increment " << increment);
+                    Equation equation(row.equation);
+                    equation.setValue(L"x", x.tile);
+                    const ZetOutcomes outcomes = equation.evaluate();
+                    EXPECT_EQ(outcomes.difference, L"");
+                    EXPECT_TRUE(isSame(outcomes.fused.value.value<double>(), row.value));
+                }
             }
         }
     }
