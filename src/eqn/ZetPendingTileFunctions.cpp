@@ -137,11 +137,8 @@ bool isServedAsReal(const StepPtr& x)
 /// Arithmetic where at least one operand is complex.
 StepPtr combineComplex(ZetArithmetic op, StepPtr a, StepPtr b)
 {
-    const ZetComplexShape shape = !b->isComplex() ? kLeftComplex : !a->isComplex() ? kRightComplex : kBothComplex;
-    const auto loop = pixelKernels().complex->combine[op][shape];
     const auto asOperand = [](StepPtr x) { return x->isComplex() ? std::move(x) : toDoubles(std::move(x)); };
-    return makeLoopStep(ZetDataType::ComplexDouble, {asOperand(std::move(a)), asOperand(std::move(b))},
-                        [=](const ZetRuns& in, void* out, Count n) { loop(in[0], in[1], doublesAt(out), n); });
+    return ZetComplexArithmeticStep::make(op, asOperand(std::move(a)), asOperand(std::move(b)));
 }
 
 StepPtr pick(ZetExtreme which, StepPtr a, StepPtr b)

@@ -228,5 +228,46 @@ const void* ZetArithmeticStep::run(const ZetStrip& strip, void* block, double* s
     return block;
 }
 
+ZetTileStepPtr ZetComplexArithmeticStep::make(ZetArithmetic op, ZetTileStepPtr left, ZetTileStepPtr right)
+{
+    if (canChain(left->toComplexArithmetic(), *right)) {
+        return makeChain(*left->toComplexArithmetic(), op, false, std::move(right));
+    }
+    if (canChain(right->toComplexArithmetic(), *left)) {
+        return makeChain(*right->toComplexArithmetic(), op, true, std::move(left));
+    }
+    return std::make_unique<ZetComplexArithmeticStep>(op, std::move(left), std::move(right));
+}
+
+ZetComplexArithmeticStep::ZetComplexArithmeticStep(ZetArithmetic op, ZetTileStepPtr left, ZetTileStepPtr right)
+    : ZetOperationStep(ZetDataType::ComplexDouble, {std::move(left), std::move(right)}), m_op(op)
+{}
+
+bool ZetComplexArithmeticStep::canChain(const ZetComplexArithmeticStep* first, const ZetTileStep& other)
+{
+    return first && other.isComplex() && first->m_operands[0]->isComplex() && first->m_operands[1]->isComplex();
+}
+
+ZetTileStepPtr ZetComplexArithmeticStep::makeChain(ZetComplexArithmeticStep& first, ZetArithmetic second, bool isTurned,
+                                                   ZetTileStepPtr other)
+{
+    const auto loop = pixelKernels().complex->chain[first.m_op][second][isTurned];
+    return makeLoopStep(ZetDataType::ComplexDouble,
+                        {std::move(first.m_operands[0]), std::move(first.m_operands[1]), std::move(other)},
+                        [loop](const ZetRuns& in, void* out, unsigned long count) {
+                            loop(in[0], in[1], in[2], static_cast<double*>(out), count);
+                        });
+}
+
+const void* ZetComplexArithmeticStep::run(const ZetStrip& strip, void* block, double* spare) const
+{
+    const ZetRuns in = runs(strip, block, spare);
+    const ZetComplexShape shape = !m_operands[1]->isComplex()   ? kLeftComplex
+                                  : !m_operands[0]->isComplex() ? kRightComplex
+                                                                : kBothComplex;
+    pixelKernels().complex->combine[m_op][shape](in[0], in[1], static_cast<double*>(block), strip.count);
+    return block;
+}
+
 }  // namespace internal
 }  // namespace zet

@@ -229,6 +229,30 @@ TEST_P(ZetPixelKernelBuilds, chainsRoundEachOperation)
     }
 }
 
+TEST_P(ZetPixelKernelBuilds, chainsOfComplexNumbersAreTwoOperations)
+{
+    constexpr std::size_t count = 261;
+    const std::vector<double> x = doubles(5, 2 * count);
+    const std::vector<double> y = doubles(6, 2 * count);
+    const std::vector<double> z = doubles(7, 2 * count);
+    for (int first = 0; first < kArithmeticCount; ++first) {
+        std::vector<double> inner(2 * count);
+        plain().complex->combine[first][kBothComplex](x.data(), y.data(), inner.data(), count);
+        for (int second = 0; second < kArithmeticCount; ++second) {
+            for (const bool turned : {false, true}) {
+                const std::vector<double>& left = turned ? z : inner;
+                const std::vector<double>& right = turned ? inner : z;
+                std::vector<double> expected(2 * count);
+                plain().complex->combine[second][kBothComplex](left.data(), right.data(), expected.data(), count);
+                std::vector<double> found = x;  // in the place of an operand
+                build().complex->chain[first][second][turned](found.data(), y.data(), z.data(), found.data(), count);
+                SCOPED_TRACE(testing::Message() << first << " then " << second << (turned ? " turned" : ""));
+                expectSame(expected, found);
+            }
+        }
+    }
+}
+
 TEST_P(ZetPixelKernelBuilds, quotientsOfSumsAndDifferences)
 {
     for (int column = 0; column < kColumns; ++column) {
