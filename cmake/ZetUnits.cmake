@@ -120,6 +120,7 @@ set(ZET_UNITS
   fileio/ZetTokenizer_p
   core/ZetTypeID
   fileio/ZetURI
+  quantity/ZetUnitLists
   quantity/ZetUnits
   quantity/ZetUnitsCache
   quantity/ZetUnitsParser

@@ -1,78 +1,20 @@
 #include <zet/ZetUnits>
 
 #include <algorithm>
-#include <cmath>
 #include <sstream>
 
 #include <zet/ZetEnum>
 #include <zet/ZetTextMsg>
 
 #include "core/ZetUnitInit"
+#include "quantity/ZetUnitLists"
 #include "quantity/ZetUnitsCache"
 #include "quantity/ZetUnitsParser"
 #include "quantity/ZetUnits_p"
 
 namespace zet {
-namespace {
 
 using internal::ZetUnitsCache;
-using UnitExp = ZetUnits::UnitExp;
-using List = ZetUnits::List;
-
-/// The index of the entry of \p category, searched from the end; -1 if there is none.
-int indexIn(const List& list, ZetUnits::Category category)
-{
-    int index = static_cast<int>(list.size()) - 1;
-    while (index >= 0 && ZetUnits_p::toCategory(list[static_cast<std::size_t>(index)].unit) != category) {
-        --index;
-    }
-    return index;
-}
-
-/// Puts \p factor in the place of the one of its category, or adds it in the order of units.
-/// Returns  its category; 0 when nothing changed.
-int insertInto(List& list, const UnitExp& factor)
-{
-    const ZetUnits::Category category = ZetUnits_p::toCategory(factor.unit);
-    if (factor.exp == 0.0 || category == ZetUnits::Unitless) {
-        return ZetUnits::Unitless;
-    }
-    const int index = indexIn(list, category);
-    if (index >= 0) {
-        list[static_cast<std::size_t>(index)] = factor;
-    } else {
-        const auto place = std::find_if(list.begin(), list.end(),
-                                        [&factor](const UnitExp& entry) { return entry.unit > factor.unit; });
-        list.insert(place, factor);
-    }
-    return category;
-}
-
-void removeFrom(List& list, ZetUnits::Category category)
-{
-    const int index = indexIn(list, category);
-    if (index >= 0) {
-        list.erase(list.begin() + index);
-    }
-}
-
-/// What a number in \p from, a unit with an exponent, is multiplied by to be one in \p to.
-double rescale(double factor, const UnitExp& from, ZetUnits::Unit to)
-{
-    if (from.unit == to) {
-        return factor;
-    }
-    double base = ZetUnits_p::toBaseUnits(from.unit) * ZetUnits_p::fromBaseUnits(to);
-    if (std::fabs(from.exp) != 1.0) {
-        base = std::pow(base, std::fabs(from.exp));
-    }
-    if (base == 1.0) {
-        return factor;
-    }
-    return from.exp >= 0.0 ? factor * base : factor / base;
-}
-
-}  // namespace
 
 ZetString ZetUnits::className() const
 {
@@ -83,8 +25,14 @@ double ZetUnits::fromString(const ZetString& text)
 {
     internal::UnitsFactor result{};
     if (!ZetUnitsCache::instance().parsed(text, result)) {
-        m_units = nullptr;
-        result.factor = internal::ZetUnitsParser(text).parseInto(*this);
+        List list;
+        try {
+            result.factor = internal::ZetUnitsParser(text).parseInto(list);
+        } catch (...) {
+            store(list);
+            throw;
+        }
+        store(list);
         result.units = m_units;
         ZetUnitsCache::instance().setParsed(text, result);
     }
@@ -115,7 +63,7 @@ bool ZetUnits::isValid(const ZetString& text)
 int ZetUnits::insert(const UnitExp& factor)
 {
     List list = entries();
-    const int category = insertInto(list, factor);
+    const int category = internal::insertInto(list, factor);
     if (category != Unitless) {
         store(list);
     }
@@ -126,7 +74,7 @@ void ZetUnits::remove(Category category)
 {
     if (catIndex(category) >= 0) {
         List list = entries();
-        removeFrom(list, category);
+        internal::removeFrom(list, category);
         store(list);
     }
 }
@@ -151,7 +99,7 @@ void ZetUnits::pow(double exponent)
 
 int ZetUnits::catIndex(Category category) const
 {
-    return indexIn(entries(), category);
+    return internal::indexIn(entries(), category);
 }
 
 ZetUnits::operator ZetString() const
@@ -184,7 +132,7 @@ double ZetUnits::addFactor(const ZetUnits& a, const ZetUnits& b)
         if (index < 0 || a[index].exp != entry.exp) {
             return 0.0;
         }
-        factor = rescale(factor, entry, a[index].unit);
+        factor = internal::rescale(factor, entry, a[index].unit);
         if (factor == 0.0) {
             return factor;
         }
@@ -198,23 +146,8 @@ double ZetUnits::multFactor(const ZetUnits& a, const ZetUnits& b, ZetUnits* resu
         *result = a.m_units ? a : b;
         return 1.0;
     }
-    List product = b.entries();
-    double factor = 1.0;
-    for (const UnitExp& entry : a.entries()) {
-        const int index = b.catIndex(category(entry.unit));
-        if (index < 0) {
-            insertInto(product, entry);
-            continue;
-        }
-        const UnitExp& other = b[index];
-        factor = rescale(factor, other, entry.unit);
-        const double sum = other.exp + entry.exp;
-        if (sum != 0.0) {
-            insertInto(product, {entry.unit, sum});
-        } else {
-            removeFrom(product, category(entry.unit));
-        }
-    }
+    List product = a.entries();
+    const double factor = internal::multiplyInto(product, b.entries());
     result->store(product);
     return factor;
 }
@@ -223,21 +156,21 @@ double ZetUnits::divFactor(const ZetUnits& a, const ZetUnits& b, ZetUnits* resul
 {
     List quotient;
     for (const UnitExp& entry : b.entries()) {
-        insertInto(quotient, {entry.unit, -entry.exp});
+        internal::insertInto(quotient, {entry.unit, -entry.exp});
     }
     double factor = 1.0;
     for (const UnitExp& entry : a.entries()) {
         const int index = b.catIndex(category(entry.unit));
         if (index < 0) {
-            insertInto(quotient, entry);
+            internal::insertInto(quotient, entry);
             continue;
         }
         const UnitExp& other = b[index];
-        factor = rescale(factor, {other.unit, -other.exp}, entry.unit);
+        factor = internal::rescale(factor, {other.unit, -other.exp}, entry.unit);
         if (entry.exp == other.exp) {
-            removeFrom(quotient, category(entry.unit));
+            internal::removeFrom(quotient, category(entry.unit));
         } else {
-            insertInto(quotient, {entry.unit, entry.exp - other.exp});
+            internal::insertInto(quotient, {entry.unit, entry.exp - other.exp});
         }
     }
     result->store(quotient);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <functional>
 
 #include "core/ZetUnitInit"
@@ -26,6 +27,22 @@ bool operator<(const UnitsFactor& a, const UnitsFactor& b)
         return std::less<const ZetUnits::List*>()(a.units, b.units);
     }
     return a.factor < b.factor;
+}
+
+/// Two characters at a time.
+std::size_t ZetUnitsCache::TextHash::operator()(const ZetString& text) const
+{
+    constexpr std::uint64_t multiplier = 0x9E3779B97F4A7C15U;
+    const auto mixed = [](std::uint64_t hash, std::uint64_t bits) {
+        hash = (hash ^ bits) * multiplier;
+        return hash ^ (hash >> 32);
+    };
+    std::uint64_t hash = text.size();
+    std::size_t i = 0;
+    for (; i + 2 <= text.size(); i += 2) {
+        hash = mixed(hash, static_cast<std::uint64_t>(text[i]) << 32 | static_cast<std::uint32_t>(text[i + 1]));
+    }
+    return i < text.size() ? mixed(hash, static_cast<std::uint64_t>(text[i])) : hash;
 }
 
 ZetUnitsCache& ZetUnitsCache::instance()

@@ -5,6 +5,7 @@
 #include <zet/ZetTextMsg>
 
 #include "core/ZetUnitInit"
+#include "quantity/ZetUnitLists"
 #include "quantity/ZetUnits_p"
 
 namespace zet {
@@ -13,8 +14,26 @@ namespace internal {
 namespace {
 
 constexpr std::size_t npos = std::wstring_view::npos;
-constexpr std::wstring_view whiteSpace = L"\t ";
-constexpr std::wstring_view separators = L"\t */";
+
+bool isWhite(wchar_t c)
+{
+    return c == L'\t' || c == L' ';
+}
+
+bool isSeparator(wchar_t c)
+{
+    return isWhite(c) || c == L'*' || c == L'/';
+}
+
+/// The first position from \p pos on whose character is none that \p isOne finds; npos if there is none.
+template <class Predicate>
+std::size_t findNot(std::wstring_view text, std::size_t pos, Predicate isOne)
+{
+    while (pos < text.size() && isOne(text[pos])) {
+        ++pos;
+    }
+    return pos < text.size() ? pos : npos;
+}
 
 [[noreturn]] void throwError(const ZetString& text, int line)
 {
@@ -37,11 +56,11 @@ std::vector<std::size_t> findPartners(std::wstring_view text)
 {
     std::vector<std::size_t> partners;
     std::vector<std::size_t> open;
-    for (std::size_t i = text.find_first_of(L"()"); i != npos; i = text.find_first_of(L"()", i + 1)) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] == L'(') {
             partners.resize(text.size(), npos);
             open.push_back(i);
-        } else if (!open.empty()) {
+        } else if (text[i] == L')' && !open.empty()) {
             partners[open.back()] = i;
             open.pop_back();
         }
@@ -49,12 +68,49 @@ std::vector<std::size_t> findPartners(std::wstring_view text)
     return partners;
 }
 
+bool isDigit(wchar_t c)
+{
+    return c >= L'0' && c <= L'9';
+}
+
+/// Whether \p c is a letter that no number goes on with, unless that is the 0 of a hexadecimal one.
+bool endsNumber(wchar_t c)
+{
+    const wchar_t lower = c | 0x20;
+    return lower >= L'a' && lower <= L'z' && lower != L'e';
+}
+
+/// The number that \p text begins with, as strtod() reads it. Plain whole numbers, which exponents mostly
+/// are, are read here.
+double numberIn(std::wstring_view text)
+{
+    constexpr std::size_t exactDigits = 15;
+    const bool isNegative = !text.empty() && text.front() == L'-';
+    const std::wstring_view number = text.substr(isNegative ? 1 : 0);
+    double value = 0.0;
+    std::size_t count = 0;
+    for (; count < number.size() && isDigit(number[count]); ++count) {
+        value = 10.0 * value + (number[count] - L'0');
+    }
+    const bool isExact = count > 0 && count <= exactDigits;
+    if (isExact && (count == number.size() || (number.front() != L'0' && endsNumber(number[count])))) {
+        return isNegative ? -value : value;
+    }
+    return strtod(std::wstring(text));
+}
+
+ZetUnits::List factorsOf(const ZetUnits& units)
+{
+    const int count = units.numCategories();
+    return count > 0 ? ZetUnits::List(&units[0], &units[0] + count) : ZetUnits::List();
+}
+
 }  // namespace
 
 ZetUnitsParser::ZetUnitsParser(const ZetString& text) : m_text(withoutEndBlanks(text)), m_partners(findPartners(m_text))
 {}
 
-double ZetUnitsParser::parseInto(ZetUnits& units)
+double ZetUnitsParser::parseInto(ZetUnits::List& units)
 {
     openLevel(m_text, 1.0, &units, nullptr);
     return tokenize();
@@ -80,10 +136,10 @@ double ZetUnitsParser::tokenize()
     }
 }
 
-void ZetUnitsParser::openLevel(std::wstring_view text, double exponent, ZetUnits* units,
-                               std::unique_ptr<ZetUnits> scratch)
+void ZetUnitsParser::openLevel(std::wstring_view text, double exponent, ZetUnits::List* units,
+                               std::unique_ptr<ZetUnits::List> scratch)
 {
-    m_levels.push_back({text, text.find_first_not_of(whiteSpace), exponent, 1.0, units, std::move(scratch)});
+    m_levels.push_back({text, findNot(text, 0, isWhite), exponent, 1.0, units, std::move(scratch)});
 }
 
 /// Ends the top level and gives its scale, with that of multiplying it into the level below.
@@ -94,8 +150,7 @@ double ZetUnitsParser::closeLevel()
     if (!closed.scratch) {
         return closed.factor;
     }
-    ZetUnits* units = m_levels.back().units;
-    return ZetUnits::multFactor(*units, *closed.scratch, units) * closed.factor;
+    return multiplyInto(*m_levels.back().units, *closed.scratch) * closed.factor;
 }
 
 /// Opens a level for the parentheses at the position, and puts the position behind them.
@@ -111,11 +166,11 @@ void ZetUnitsParser::parseParens()
     const std::wstring_view inner = level.text.substr(level.pos + 1, end - level.pos - 1);
     level.pos = end + 1 < level.text.size() ? end + 1 : npos;
 
-    std::unique_ptr<ZetUnits> scratch;
-    if (level.units->numCategories() > 0) {
-        scratch = std::make_unique<ZetUnits>();
+    std::unique_ptr<ZetUnits::List> scratch;
+    if (!level.units->empty()) {
+        scratch = std::make_unique<ZetUnits::List>();
     }
-    ZetUnits* units = scratch ? scratch.get() : level.units;
+    ZetUnits::List* units = scratch ? scratch.get() : level.units;
     openLevel(withoutEndBlanks(inner), level.exponent, units, std::move(scratch));
 }
 
@@ -124,13 +179,13 @@ void ZetUnitsParser::parseFactor()
 {
     Level& level = m_levels.back();
     const std::wstring_view text = level.text;
-    std::size_t end = text.find_first_of(separators, level.pos);
+    std::size_t end = findNot(text, level.pos, [](wchar_t c) { return !isSeparator(c); });
     std::size_t next = npos;
     bool slash = false;
     if (end == npos) {
         end = text.size();
     } else {
-        next = text.find_first_not_of(whiteSpace, end + 1);
+        next = findNot(text, end + 1, isWhite);
         const std::size_t gap = (next == npos ? text.size() : next) - end;
         // KEPT: behind two or more characters the slash is looked for past the blanks, and seen
         // again when it is the next position itself. Test: ZetUnits.parsing.
@@ -149,33 +204,31 @@ void ZetUnitsParser::parseFactor()
 double ZetUnitsParser::parseToken(std::wstring_view token, const Level& level)
 {
     const std::size_t caret = token.find(L'^');
-    const ZetString name(std::wstring(token.substr(0, caret)));
+    const std::wstring_view name = token.substr(0, caret);
     double exponent = level.exponent;
     if (caret != npos) {
-        const ZetString number(std::wstring(token.substr(caret + 1)));
-        exponent *= strtod(number);
+        const std::wstring_view number = token.substr(caret + 1);
+        exponent *= numberIn(number);
         if (exponent == 0.0) {
-            throwError(L"Invalid exponent: " + number, __LINE__);
+            throwError(L"Invalid exponent: " + ZetString(std::wstring(number)), __LINE__);
         }
     }
 
-    ZetUnits scratch;
-    double scale = 1.0;
     const ZetUnits::Unit unit = ZetUnits_p::fromString(name);
     if (unit != ZetUnits::Unit::Unitless || name == L"unitless") {
-        scratch.insert({unit, exponent});
-    } else {
-        const ZetUnits_p::Fundamental& derived = ZetUnits_p::toFundamentalUnits(name);
-        if (derived.expression.empty()) {
-            throwError(L"Invalid/unknown units: " + name, __LINE__);
-        }
-        scale = scratch.fromString(derived.expression);
-        if (exponent != 1.0) {
-            scratch.pow(exponent);
-        }
-        scale *= exponent != 1.0 ? std::pow(derived.factor, exponent) : derived.factor;
+        return multiplyInto(*level.units, ZetUnits::UnitExp{unit, exponent});
     }
-    return ZetUnits::multFactor(*level.units, scratch, level.units) * scale;
+    const ZetUnits_p::Fundamental& derived = ZetUnits_p::toFundamentalUnits(name);
+    if (derived.expression.empty()) {
+        throwError(L"Invalid/unknown units: " + ZetString(std::wstring(name)), __LINE__);
+    }
+    ZetUnits scratch;
+    double scale = scratch.fromString(derived.expression);
+    if (exponent != 1.0) {
+        scratch.pow(exponent);
+    }
+    scale *= exponent != 1.0 ? std::pow(derived.factor, exponent) : derived.factor;
+    return multiplyInto(*level.units, factorsOf(scratch)) * scale;
 }
 
 }  // namespace internal

@@ -113,12 +113,11 @@ constexpr bool inOrderOfUnits()
 }
 static_assert(std::size(unitRows) == 35 && inOrderOfUnits(), "one row per unit");
 
-/// What the table has for \p unit, or null.
-const ZetUnits_p::UnitInfo* infoOf(Unit unit)
+/// The row of \p unit, or null.
+const UnitRow* rowOf(Unit unit)
 {
-    const auto& table = ZetUnits_p::unitToInfoMap();
-    const auto found = table.find(unit);
-    return found != table.end() ? &found->second : nullptr;
+    const auto index = static_cast<unsigned int>(unit);
+    return index < std::size(unitRows) ? &unitRows[index] : nullptr;
 }
 
 ZetEnum makeEnumeration(Category category)
@@ -157,10 +156,10 @@ const std::map<Unit, ZetUnits_p::UnitInfo>& ZetUnits_p::unitToInfoMap()
     return table;
 }
 
-const std::map<ZetString, ZetUnits_p::Fundamental>& ZetUnits_p::cmplxStrToFundamentalMap()
+const std::map<ZetString, ZetUnits_p::Fundamental, internal::ZetNameOrder>& ZetUnits_p::cmplxStrToFundamentalMap()
 {
     static const auto table = [] {
-        std::map<ZetString, Fundamental> made;
+        std::map<ZetString, Fundamental, internal::ZetNameOrder> made;
         for (const DerivedRow& row : derivedRows) {
             made[row.name] = {row.factor, row.expression};
         }
@@ -169,10 +168,10 @@ const std::map<ZetString, ZetUnits_p::Fundamental>& ZetUnits_p::cmplxStrToFundam
     return table;
 }
 
-const std::map<ZetString, Unit>& ZetUnits_p::strToUnitMap()
+const std::map<ZetString, Unit, internal::ZetNameOrder>& ZetUnits_p::strToUnitMap()
 {
     static const auto table = [] {
-        std::map<ZetString, Unit> made;
+        std::map<ZetString, Unit, internal::ZetNameOrder> made;
         for (const UnitRow& row : unitRows) {
             made[row.symbol] = row.unit;
         }
@@ -184,35 +183,35 @@ const std::map<ZetString, Unit>& ZetUnits_p::strToUnitMap()
 const ZetString& ZetUnits_p::toString(Unit unit)
 {
     static const ZetString noSymbol;
-    const UnitInfo* info = infoOf(unit);
-    return info ? info->symbol : noSymbol;
+    const auto found = unitToInfoMap().find(unit);
+    return found != unitToInfoMap().end() ? found->second.symbol : noSymbol;
 }
 
 double ZetUnits_p::toBaseUnits(Unit unit)
 {
-    const UnitInfo* info = infoOf(unit);
-    return info ? info->toBase : 1.0;
+    const UnitRow* const row = rowOf(unit);
+    return row ? row->toBase : 1.0;
 }
 
 double ZetUnits_p::fromBaseUnits(Unit unit)
 {
-    const UnitInfo* info = infoOf(unit);
-    return info ? info->fromBase : 1.0;
+    const UnitRow* const row = rowOf(unit);
+    return row ? row->fromBase : 1.0;
 }
 
 Category ZetUnits_p::toCategory(Unit unit)
 {
-    const UnitInfo* info = infoOf(unit);
-    return info ? info->category : ZetUnits::Unitless;
+    const UnitRow* const row = rowOf(unit);
+    return row ? row->category : ZetUnits::Unitless;
 }
 
-Unit ZetUnits_p::fromString(const ZetString& text)
+Unit ZetUnits_p::fromString(std::wstring_view text)
 {
     const auto found = strToUnitMap().find(text);
     return found != strToUnitMap().end() ? found->second : Unit::Unitless;
 }
 
-const ZetUnits_p::Fundamental& ZetUnits_p::toFundamentalUnits(const ZetString& text)
+const ZetUnits_p::Fundamental& ZetUnits_p::toFundamentalUnits(std::wstring_view text)
 {
     static const Fundamental unknown = {};
     const auto found = cmplxStrToFundamentalMap().find(text);

@@ -498,6 +498,55 @@ TEST(ZetUnits, pow)
     }
 }
 
+TEST(ZetUnits, exponentsAreReadAsByStrtod)
+{
+    const ZetScopedLocale locale("C");
+    struct Row
+    {
+        const wchar_t* text;
+        double exponent;
+    };
+    const Row rows[] = {
+        // whole numbers, and what may stand behind them
+        {L"2", 2.0},
+        {L"-3", -3.0},
+        {L"+3", 3.0},
+        {L"007", 7.0},
+        {L"12x34", 12.0},
+        {L"-12m", -12.0},
+        {L"2^3", 2.0},
+        {L"2\u0663", 2.0},
+        {L"1p3", 1.0},
+        {L"3nan", 3.0},
+        // longer than a double is exact
+        {L"999999999999999", 999999999999999.0},
+        {L"9007199254740993", 9007199254740992.0},
+        {L"123456789012345678901234567890", 123456789012345678901234567890.0},
+        // fractions, exponents and hexadecimal numbers
+        {L"2.5", 2.5},
+        {L".5", 0.5},
+        {L"-2.m", -2.0},
+        {L"2,5", 2.0},
+        {L"1e2", 100.0},
+        {L"1E-2", 0.01},
+        {L"1e", 1.0},
+        {L"25ex", 25.0},
+        {L"0x10", 16.0},
+        {L"-0X1p3", -8.0},
+        {L"5x10", 5.0},
+        {L"01x10", 1.0},
+        {L"inf", std::numeric_limits<double>::infinity()},
+    };
+    for (const Row& row : rows) {
+        const ZetUnits units = unitsOf(L"nmi^" + ZetString(row.text));
+        ASSERT_EQ(units.numCategories(), 1) << testing::PrintToString(std::wstring(row.text));
+        EXPECT_EQ(units[0].exp, row.exponent) << testing::PrintToString(std::wstring(row.text));
+    }
+    for (const wchar_t* text : {L"", L"-", L"--2", L"- 2", L"0", L"-0", L"0m", L"0x0", L"00x10", L"x2", L"e2"}) {
+        EXPECT_FALSE(ZetUnits::isValid(L"nmi^" + ZetString(text))) << testing::PrintToString(std::wstring(text));
+    }
+}
+
 TEST(ZetUnits, powOfZeroKeepsTheEntries)
 {
     ZetUnits units = unitsOf(L"m/s");
