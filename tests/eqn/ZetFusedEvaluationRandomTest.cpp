@@ -89,8 +89,14 @@ private:
 class Kept
 {
 public:
-    Kept(const ZetVariant& value, std::size_t how)
+    /// A tile may be held in three ways.
+    Kept(const ZetVariant& value, std::size_t how) : m_data(nullptr)
     {
+        if (value.type().type() != ZetMetaType::EqnTile) {
+            m_value = value;
+            m_text = describe(value);
+            return;
+        }
         const ZetEqnTile& tile = held<ZetEqnTile>(value);
         m_data = tile.elements<const unsigned char>();
         if (m_data) {
@@ -105,7 +111,10 @@ public:
         }
     }
 
-    bool isUnchanged() const { return std::equal(m_before.begin(), m_before.end(), m_data); }
+    bool isUnchanged() const
+    {
+        return std::equal(m_before.begin(), m_before.end(), m_data) && (m_text.empty() || describe(m_value) == m_text);
+    }
 
 private:
     ZetVariant m_value;
@@ -113,6 +122,7 @@ private:
     ZetBufferPtr m_buffer;
     const unsigned char* m_data;
     std::vector<unsigned char> m_before;
+    std::wstring m_text;
 };
 
 /// One random equation, evaluated a few times both ways, with what callers do between evaluations.
@@ -238,19 +248,34 @@ private:
         }
     }
 
-    /// What callers do with a result.
+    /// What callers do with results and values.
     void use(const ZetOutcomes& outcomes)
     {
         if (m_random.chance(10)) {
             useCopy();
         }
-        if (outcomes.fused.value.type().type() != ZetMetaType::EqnTile || !m_equation.isWritten) {
-            return;
+        keep(outcomes.fused.value);
+        for (const ZetString& name : ZetStrList(m_ways->variables())) {
+            keep(m_ways->value(name));
         }
+        if (m_equation.isWritten && outcomes.fused.value.type().type() == ZetMetaType::EqnTile) {
+            handBack(outcomes);
+        }
+    }
+
+    void keep(const ZetVariant& value)
+    {
+        const bool isOwn =
+            value.type().type() == ZetMetaType::EqnTile && held<ZetEqnTile>(value).buffer() == m_own.buffer();
+        if (m_random.chance(25) && !isOwn) {
+            m_kept.emplace_back(value, m_random.below(3));
+        }
+    }
+
+    /// Makes the result the value of variables.
+    void handBack(const ZetOutcomes& outcomes)
+    {
         const ZetEqnTile& tile = held<ZetEqnTile>(outcomes.fused.value);
-        if (m_random.chance(40) && tile.buffer() != m_own.buffer()) {
-            m_kept.emplace_back(outcomes.fused.value, m_random.below(3));
-        }
         const bool hasElements = tile.elements<char>() || !tile.buffer();
         const bool isReal = tile.dataType().type() <= ZetDataType::U32 || tile.dataType().isFloat();
         for (const ZetString& name : ZetStrList(m_ways->variables())) {
