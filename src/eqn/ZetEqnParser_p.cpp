@@ -264,11 +264,6 @@ void ZetEqnParser_p::forgetResult()
     }
 }
 
-ZetVariant ZetEqnParser_p::valueOf(const ZetEqnNodePtr& tree)
-{
-    return tree->operand().value(m_memory);
-}
-
 void ZetEqnParser_p::define(const ZetString& name, const ZetVariant& value)
 {
     ZetVariant before = this->value(name);
@@ -282,16 +277,18 @@ const ZetVariant& ZetEqnParser_p::evaluate(ZetTextMsg* message)
         return m_result;
     }
     try {
-        ZetVariant value;
-        for (auto equation = m_equations.rbegin(); equation != m_equations.rend(); ++equation) {
-            value = valueOf(equation->second);
-            if (!equation->first.empty()) {
-                define(equation->first, value);
+        for (std::size_t i = m_equations.size(); i-- > 0;) {
+            const auto& [name, tree] = m_equations[i];
+            ZetOperand operand = tree->operand();
+            const ZetVariant& value = operand.value(m_memory);
+            if (!name.empty()) {
+                define(name, value);
+            }
+            if (i == 0) {
+                m_result = value;
             }
         }
-        m_result = value;
     } catch (const ZetTextMsg& failure) {
-        m_result = ZetVariant();
         if (message) {
             *message = failure;
         }
