@@ -4,6 +4,12 @@
 
 #include <gtest/gtest.h>
 
+/// Under the address checker too, memory that cannot be had is null, as the tests of failures expect.
+extern "C" __attribute__((visibility("default"))) const char* __asan_default_options()
+{
+    return "allocator_may_return_null=1";
+}
+
 /// Runs the tests, under the locale that ZET_TEST_LOCALE names if it is set: as the global locale of
 /// both C and C++, which a program may well have chosen.
 int main(int argc, char** argv)
