@@ -203,7 +203,8 @@ bool ZetVariant::isNumeric() const
 
 void ZetVariant::clear()
 {
-    m_implementation = new ZetInvalidVariant();
+    ZetVariantIFPtr implementation = new ZetInvalidVariant();
+    implementation.swap(m_implementation);
 }
 
 ZetMetaType ZetVariant::typeFromName(const ZetString& name)
