@@ -17,7 +17,7 @@ void write(const ZetTileStep& step, const ZetEqnTile& result, bool isStaged, Zet
     const std::size_t elementSize = step.elementSize();
     const bool inStrips = !step.isOfRunsInPlace();
     const unsigned long length = inStrips ? kTileBlock : result.size();
-    double* const spare = memory.doubles((step.spareBlocks() + 1) * kStripBlock);
+    double* const spare = inStrips ? memory.doubles((step.spareBlocks() + 1) * kStripBlock) : nullptr;
     char* out = result.elements<char>();
     for (ZetStrip strip = {0, 0}; strip.first < result.size(); strip.first += strip.count) {
         strip.count = std::min(length, result.size() - strip.first);
@@ -82,11 +82,12 @@ double ZetPendingTile::reduce(const ZetPixelKernels::Reductions& loops, double s
         return 0.0;
     }
     ZetTileMemory memory;
-    double* const block = memory.doubles((m_step->spareBlocks() + 1) * kStripBlock);
-    const unsigned long length = m_step->isInPlace() ? m_step->size() : kTileBlock;
+    const bool inStrips = !m_step->isInPlace();
+    const unsigned long length = inStrips ? kTileBlock : m_step->size();
+    double* const block = inStrips ? memory.doubles((m_step->spareBlocks() + 1) * kStripBlock) : nullptr;
     for (ZetStrip strip = {0, 0}; strip.first < m_step->size(); strip.first += strip.count) {
         strip.count = std::min(length, m_step->size() - strip.first);
-        const void* const run = m_step->run(strip, block, block + kStripBlock);
+        const void* const run = m_step->run(strip, block, inStrips ? block + kStripBlock : nullptr);
         start = loops.at[m_step->column()](run, strip.count, start);
     }
     return start;
