@@ -28,7 +28,7 @@ ZetEqnTile ZetTileMemory::makeTile(const ZetDataType& type, unsigned long size)
     const unsigned long bytes = size * static_cast<unsigned long>(type.size());
     const auto kept = std::find_if(m_blocks.begin(), m_blocks.end(),
                                    [&](const ZetBufferPtr& block) { return block->size() == bytes; });
-    if (size == 0 || bytes / size != static_cast<unsigned long>(type.size()) || kept == m_blocks.end()) {
+    if (bytes == 0 || bytes / size != static_cast<unsigned long>(type.size()) || kept == m_blocks.end()) {
         ZetEqnTile tile;
         tile.initialize(type, size);
         return tile;
@@ -41,7 +41,7 @@ ZetEqnTile ZetTileMemory::makeTile(const ZetDataType& type, unsigned long size)
 
 double* ZetTileMemory::doubles(std::size_t count)
 {
-    const std::size_t lines = (count + std::size(Line().doubles) - 1) / std::size(Line().doubles);
+    const std::size_t lines = count / std::size(Line().doubles) + 1;
     if (m_lineCount < lines) {
         m_lines.reset();
         m_lineCount = 0;

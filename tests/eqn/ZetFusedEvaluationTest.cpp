@@ -2,14 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "support/ZetBlockCount"
 #include "support/ZetCollectingHandler"
 #include "support/ZetEachKernelBuild"
 #include "support/ZetFunctionCalls"
@@ -575,30 +574,6 @@ TEST_P(ZetFusedEvaluation, memoryThatCannotBeHad)
     }
 }
 
-/// Counts the blocks that buffers get while it lives.
-class BlockCount
-{
-public:
-    BlockCount() : m_before(internal::acquireBlock)
-    {
-        s_count = 0;
-        internal::acquireBlock = [](std::size_t size) {
-            ++s_count;
-            return std::malloc(size);
-        };
-    }
-    BlockCount(const BlockCount&) = delete;
-    BlockCount& operator=(const BlockCount&) = delete;
-    ~BlockCount() { internal::acquireBlock = m_before; }
-
-    /// The count since the last call.
-    int take() { return std::exchange(s_count, 0); }
-
-private:
-    static inline int s_count = 0;
-    void* (*m_before)(std::size_t);
-};
-
 TEST_P(ZetFusedEvaluation, onlyResultsHaveBlocks)
 {
     struct Count
@@ -623,7 +598,7 @@ TEST_P(ZetFusedEvaluation, onlyResultsHaveBlocks)
             parser.setValue(binding.name, makeValue(binding.value));
         }
         const ZetVariant a = makeValue(L"U8[5 4 3 2 1]");
-        BlockCount blocks;
+        ZetBlockCount blocks;
         parser.evaluate();
         EXPECT_EQ(blocks.take(), row.first);
         parser.setValue(L"a", a);
