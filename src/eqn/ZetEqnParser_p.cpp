@@ -1,6 +1,5 @@
 #include "eqn/ZetEqnParser_p"
 
-#include <algorithm>
 #include <sstream>
 #include <typeinfo>
 
@@ -44,8 +43,7 @@ bool writeNumber(const std::vector<ZetVarNodePtr>& nodes, const ZetVariant& valu
         return false;
     }
     ZetDoubleVariant* const held = doubleOf(nodes.front()->value());
-    const auto holdsIt = [held](const ZetVarNodePtr& node) { return node->value().implementation().get() == held; };
-    if (!held || !held->isHeldBy(nodes.size()) || !std::all_of(nodes.begin(), nodes.end(), holdsIt)) {
+    if (!held || !held->isHeldBy(nodes.size())) {
         return false;
     }
     *static_cast<double*>(held->data()) = *static_cast<const double*>(number->data());
@@ -245,14 +243,12 @@ void ZetEqnParser_p::setValue(const ZetString& name, ZetVariant&& value)
     }
 }
 
-// The value may be the result itself, or lie in a value that goes here: once the first node has it, it
-// is taken from there.
+// The value may be the result itself, or lie in the value that it replaces. So the result goes last; and
+// the value replaced, which all nodes share, goes when the last of them has the new one.
 void ZetEqnParser_p::setValue(const Nodes& nodes, const ZetVariant& value)
 {
-    const ZetVariant* source = &value;
     for (const ZetVarNodePtr& node : nodes) {
-        node->setValue(*source);
-        source = &nodes.front()->value();
+        node->setValue(value);
     }
     forgetResult();
 }
