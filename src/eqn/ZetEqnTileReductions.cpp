@@ -1,7 +1,4 @@
 #include <algorithm>
-#include <bit>
-#include <cmath>
-#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <vector>
@@ -11,6 +8,7 @@
 #include <zet/ZetRoundClipLoop>
 
 #include "core/ZetUnitInit"
+#include "eqn/ZetRankSelection"
 #include "eqn/ZetRoundClipRanges"
 #include "eqn/ZetTileAccess"
 
@@ -41,86 +39,18 @@ double reduce(const internal::ZetPixelKernels::Reductions& loops, const ZetEqnTi
     return start;
 }
 
-/// Elements from which counting is cheaper than selecting, where both serve.
+/// The median of a tile of T; elements with gaps are brought together first.
 template <class T>
-constexpr unsigned long kLeastToCount = sizeof(T) == 1 ? 64 : 4096;
-
-/// A number that is in the order of integers where its value is in the order of medians: NaN last,
-/// -0.0 before 0.0.
-template <class T>
-auto keyOf(T value)
+double medianOf(const ZetTileSource& source)
 {
-    if constexpr (std::is_integral_v<T>) {
-        return value;
-    } else {
-        using Key = std::conditional_t<sizeof(T) == 4, std::int32_t, std::int64_t>;
-        if (std::isnan(value)) {
-            return std::numeric_limits<Key>::max();
-        }
-        const Key bits = std::bit_cast<Key>(value);
-        return bits < 0 ? bits ^ std::numeric_limits<Key>::max() : bits;
+    if (source.isDense()) {
+        return internal::lowerMedian<T>(source.at(0), source.size());
     }
-}
-
-template <class T, class Key>
-double valueOf(Key key)
-{
-    if constexpr (std::is_integral_v<T>) {
-        return static_cast<double>(key);
-    } else {
-        return static_cast<double>(std::bit_cast<T>(key < 0 ? key ^ std::numeric_limits<Key>::max() : key));
-    }
-}
-
-template <class T>
-T elementAt(const ZetTileSource& source, unsigned long i)
-{
-    T value;
-    std::memcpy(&value, source.at(i), sizeof value);
-    return value;
-}
-
-/// The element of the given rank of a tile of small integers, by counting each value.
-template <class T>
-double countToRank(const ZetTileSource& source, unsigned long rank)
-{
-    constexpr int least = std::numeric_limits<T>::min();
-    std::vector<unsigned long> counts(1UL << (8 * sizeof(T)));
+    std::vector<T> elements(source.size());
     for (unsigned long i = 0; i < source.size(); ++i) {
-        ++counts[static_cast<unsigned long>(elementAt<T>(source, i) - least)];
+        std::memcpy(&elements[i], source.at(i), sizeof(T));
     }
-    int value = least;
-    for (const unsigned long count : counts) {
-        if (rank < count) {
-            break;
-        }
-        rank -= count;
-        ++value;
-    }
-    return value;
-}
-
-template <class T>
-double selectRank(const ZetTileSource& source, unsigned long rank)
-{
-    std::vector<decltype(keyOf(T()))> keys(source.size());
-    for (unsigned long i = 0; i < source.size(); ++i) {
-        keys[i] = keyOf(elementAt<T>(source, i));
-    }
-    const auto ranked = keys.begin() + static_cast<std::ptrdiff_t>(rank);
-    std::nth_element(keys.begin(), ranked, keys.end());
-    return valueOf<T>(*ranked);
-}
-
-template <class T>
-double elementOfRank(const ZetTileSource& source, unsigned long rank)
-{
-    if constexpr (sizeof(T) <= 2) {
-        if (source.size() >= kLeastToCount<T>) {
-            return countToRank<T>(source, rank);
-        }
-    }
-    return selectRank<T>(source, rank);
+    return internal::lowerMedian<T>(elements.data(), elements.size());
 }
 
 /// A view of part of a tile: a body counts in int.
@@ -152,11 +82,8 @@ double ZetEqnTile::median() const
 {
     const ZetTileSource source(*this);
     double median = 0.0;
-    if (source.size() > 0) {
-        internal::visitElement(source.column(), internal::ZetRealTypes(), [&](auto tag) {
-            median = elementOfRank<typename decltype(tag)::type>(source, (source.size() - 1) / 2);
-        });
-    }
+    internal::visitElement(source.column(), internal::ZetRealTypes(),
+                           [&](auto tag) { median = medianOf<typename decltype(tag)::type>(source); });
     return median;
 }
 

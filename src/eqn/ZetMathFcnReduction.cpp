@@ -11,6 +11,7 @@
 #include "core/ZetUnitInit"
 #include "eqn/ZetMathFcn"
 #include "eqn/ZetOperand"
+#include "eqn/ZetRankSelection"
 #include "image/ZetElementTypes"
 
 namespace zet {
@@ -161,26 +162,6 @@ void appendTo(std::vector<double>& numbers, ZetOperand& operand)
     }
 }
 
-/// The order of the median: NaN last, and -0.0 before 0.0.
-bool comesBefore(double a, double b)
-{
-    if (std::isnan(a) || std::isnan(b)) {
-        return std::isnan(b) && !std::isnan(a);
-    }
-    return a < b || (a == b && std::signbit(a) && !std::signbit(b));
-}
-
-/// The one in the middle of the numbers in order, the lower one of two; 0.0 for none.
-double lowerMedian(std::vector<double>& numbers)
-{
-    if (numbers.empty()) {
-        return 0.0;
-    }
-    const auto middle = numbers.begin() + static_cast<long>((numbers.size() - 1) / 2);
-    std::nth_element(numbers.begin(), middle, numbers.end(), comesBefore);
-    return *middle;
-}
-
 }  // namespace
 
 // KEPT: of two equal operands min gives the first and max the second, which shows where their
@@ -234,7 +215,7 @@ ZetOperand ZetMathFcn::Operands::median(ZetEqnArgs& args)
         ZetOperand operand = ZetOperand::of(node);
         appendTo(numbers, operand);
     }
-    return lowerMedian(numbers);
+    return lowerMedian<double>(numbers.data(), numbers.size());
 }
 
 }  // namespace internal

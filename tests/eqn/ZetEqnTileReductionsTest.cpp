@@ -213,6 +213,60 @@ TEST_P(ZetEqnTileReductions, sumsBeyondWholeDoublesRunInOrder)
     EXPECT_EQ(tile.sum(), expectedNegatives);
 }
 
+TEST_P(ZetEqnTileReductions, mediansAmongEqualAndCloseElements)
+{
+    std::mt19937_64 random(3);
+    for (const ZetDataType::Type type : kReal) {
+        for (const unsigned long size : {63UL, 64UL, 511UL, 512UL, 513UL, 2047UL, 6000UL}) {
+            for (const unsigned long kinds : {1UL, 2UL, 3UL, 50UL, 128UL}) {
+                Values values(size);
+                for (std::complex<double>& value : values) {
+                    value = static_cast<double>(random() % kinds);
+                }
+                SCOPED_TRACE(testing::Message() << "type " << type << " size " << size << " of " << kinds << " kinds");
+                expectReduced(ownTile(type, values), reduced(ownTile(type, values)));
+                const ZetTilePixels apart(type, values, 3, 1);
+                expectReduced(apart.tile, reduced(apart.tile));
+            }
+        }
+    }
+}
+
+TEST_P(ZetEqnTileReductions, mediansBesideNanAndInfinitiesOfBothSigns)
+{
+    const double special[] = {kNan, -kNan, kInf, -kInf, 0.0, -0.0, 5e-324, -kGreatest, kGreatest};
+    std::mt19937_64 random(4);
+    for (const ZetDataType::Type type : {ZetDataType::Float, ZetDataType::Double}) {
+        for (const unsigned long size : {5UL, 300UL, 700UL, 3000UL}) {
+            for (const unsigned long rest : {0UL, 3UL, 9UL, 40UL}) {
+                Values values(size);
+                for (std::complex<double>& value : values) {
+                    const unsigned long which = random() % (9 + rest);
+                    const double number = std::ldexp(double(random() >> 11) - 0x1p52, -40);
+                    value = which < 9 ? special[which] : number;
+                    if (type == ZetDataType::Float && std::abs(value.real()) == kGreatest) {
+                        value = std::copysign(3.4028234663852886e38, value.real());
+                    }
+                }
+                SCOPED_TRACE(testing::Message() << "type " << type << " size " << size << " and " << rest);
+                const ZetEqnTile tile = ownTile(type, values);
+                EXPECT_TRUE(isSame(tile.median(), reduced(tile).median)) << tile.median();
+            }
+        }
+    }
+    // as many NaN as leave the last number in the middle, and one more
+    for (const double nan : {kNan, -kNan}) {
+        Values values(2001, nan);
+        std::fill_n(values.begin() + 500, 1001, 4.0);
+        values[700] = 5.0;
+        EXPECT_EQ(ownTile(ZetDataType::Double, values).median(), 5.0);
+        EXPECT_EQ(ownTile(ZetDataType::Float, values).median(), 5.0);
+        values[600] = nan;
+        EXPECT_TRUE(std::isnan(ownTile(ZetDataType::Double, values).median()));
+        EXPECT_TRUE(std::isnan(ownTile(ZetDataType::Float, values).median()));
+    }
+}
+
 TEST_P(ZetEqnTileReductions, median)
 {
     EXPECT_EQ(ownTile(ZetDataType::U8, {4.0, 1.0, 3.0, 2.0}).median(), 2.0);
