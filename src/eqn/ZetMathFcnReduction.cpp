@@ -1,7 +1,6 @@
 // Functions of any number of operands.
 
 #include <algorithm>
-#include <cmath>
 #include <complex>
 #include <cstring>
 #include <type_traits>
@@ -213,6 +212,9 @@ ZetOperand ZetMathFcn::Operands::median(ZetEqnArgs& args)
     std::vector<double> numbers;
     for (const ZetEqnNodePtr& node : args) {
         ZetOperand operand = ZetOperand::of(node);
+        if (args.size() == 1 && operand.isTile() && realColumn(operand.tile().dataType().type()) >= 0) {
+            return operand.tile().median();
+        }
         appendTo(numbers, operand);
     }
     return lowerMedian<double>(numbers.data(), numbers.size());
