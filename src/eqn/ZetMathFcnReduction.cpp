@@ -85,7 +85,7 @@ template <class T>
 ZetVariant sum_aux(const ZetEqnTile& tile)
 {
     using Sum = std::conditional_t<std::is_arithmetic_v<T>, double, std::complex<double>>;
-    const unsigned long inBlock = tile.buffer().get() ? tile.buffer()->size() / sizeof(T) : 0;
+    const unsigned long inBlock = tile.elements<T>() ? tile.buffer()->size() / sizeof(T) : 0;
     const long count = static_cast<long>(std::min(tile.size(), inBlock));
     Sum total = 0.0;
     for (long i = 0; i < count; ++i) {
@@ -139,8 +139,9 @@ ZetVariant meanOf(const ZetVariant& sum, std::size_t count)
 template <class T>
 void median_append(std::vector<double>& numbers, const ZetEqnTile& tile)
 {
-    numbers.reserve(numbers.size() + tile.size());
-    for (unsigned long i = 0; i < tile.size(); ++i) {
+    const unsigned long count = tile.elements<T>() ? tile.size() : 0;
+    numbers.reserve(numbers.size() + count);
+    for (unsigned long i = 0; i < count; ++i) {
         numbers.push_back(static_cast<double>(elementAt<T>(tile, static_cast<long>(i) * tile.increment())));
     }
 }

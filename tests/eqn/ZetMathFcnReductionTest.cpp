@@ -137,6 +137,16 @@ TEST(ZetMathFcn, median)
     EXPECT_EQ(resultText(L"median", constants({imaginaryNaN})), L"!");
 }
 
+TEST(ZetMathFcn, aTileWithoutItsBlockAddsNothing)
+{
+    for (const ZetDataType::Type type : {ZetDataType::U8, ZetDataType::I64, ZetDataType::Double}) {
+        const ZetVariant blockless = ZetEqnTile(new ZetBuffer(64, false), type, 5);
+        EXPECT_EQ(resultText(L"median", constants({blockless, ZetVariant(3.0)})), L"3");
+        EXPECT_EQ(resultText(L"median", constants({blockless})), L"0");
+        EXPECT_EQ(resultText(L"sum", constants({blockless, ZetVariant(3.0)})), L"3");
+    }
+}
+
 TEST(ZetMathFcn, mean)
 {
     expectCalls({
