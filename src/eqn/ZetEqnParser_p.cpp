@@ -285,6 +285,7 @@ const ZetVariant& ZetEqnParser_p::evaluate(ZetTextMsg* message)
             }
         }
     } catch (const ZetTextMsg& failure) {
+        m_result.clear();  // a handler may have evaluated meanwhile
         if (message) {
             *message = failure;
         }

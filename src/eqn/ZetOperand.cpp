@@ -41,6 +41,9 @@ ZetOperand::ZetOperand(const ZetVariant& value) : m_value(value)
 ZetOperand::ZetOperand(const ZetVariant* leaf) : m_value(leaf)
 {
     classify();
+    if (!m_number) {
+        m_value = *leaf;
+    }
 }
 
 ZetOperand::ZetOperand(ZetPendingTile&& tile) : m_value(std::move(tile)), m_class(ZetMetaType::EqnTile)
@@ -99,9 +102,6 @@ ZetPendingTile ZetOperand::takeTile()
 {
     if (ZetPendingTile* const pending = std::get_if<ZetPendingTile>(&m_value)) {
         return std::move(*pending);
-    }
-    if (const ZetVariant* const* const leaf = std::get_if<const ZetVariant*>(&m_value)) {
-        return ZetPendingTile(*static_cast<const ZetEqnTile*>((*leaf)->data()));
     }
     ZetPendingTile tile(std::get<ZetVariant>(m_value));
     m_value = 0.0;
