@@ -276,11 +276,11 @@ private:
     void handBack(const ZetOutcomes& outcomes)
     {
         const ZetEqnTile& tile = held<ZetEqnTile>(outcomes.fused.value);
-        const bool hasElements = tile.elements<char>() || !tile.buffer();
+        const bool hasElements = tile.elements<char>() || tile.size() == 0;
         const bool isReal = tile.dataType().type() <= ZetDataType::U32 || tile.dataType().isFloat();
         for (const ZetString& name : ZetStrList(m_ways->variables())) {
-            const bool isTaker = isGiven(name) && ((name[0] == L'r' && isReal) || name[0] == L't');
-            if (isTaker && hasElements && m_random.chance(40)) {
+            const bool isTaker = isGiven(name) && ((name[0] == L'r' && isReal && hasElements) || name[0] == L't');
+            if (isTaker && m_random.chance(40)) {
                 m_ways->setValues(name, outcomes.fused.value, outcomes.plain.value);
             }
         }
