@@ -313,6 +313,34 @@ ZET_REAL_AND_COMPLEX(conj(), pairUp(toDoubles(std::move(m_step)), number(0.0)),
 
 namespace {
 
+struct Strip
+{
+    double elements[kTileBlock];
+};
+
+/// Whole powers: the products of wholePower(), each of a strip at a time.
+StepPtr wholePowerOfReal(StepPtr x, int exponent)
+{
+    const ZetPixelKernels& kernels = pixelKernels();
+    const auto multiply = kernels.combine[kMultiply].left[kDoubleColumn].at[kDoubleColumn];
+    const auto invert = kernels.map[exponent < 0 ? kDivideInto : kConvert].at[kDoubleColumn];
+    return makeLoopStep(ZetDataType::Double, {toDoubles(std::move(x))}, [=](const ZetRuns& in, void* out, Count n) {
+        Strip ones;
+        std::fill_n(ones.elements, kTileBlock, 1.0);
+        forBlocks(n, [&](Count first, Count count) {
+            const auto product = [&](const Strip& a, const Strip& b) {
+                Strip strip;
+                multiply(a.elements, b.elements, strip.elements, count);
+                return strip;
+            };
+            Strip base;
+            std::copy_n(doublesAt(in[0]) + first, count, base.elements);
+            const Strip power = wholePower(base, exponentSize(exponent), ones, product);
+            invert(power.elements, doublesAt(out) + first, count, 1.0, 0.0);
+        });
+    });
+}
+
 StepPtr powerOfReal(StepPtr x, double p)
 {
     const int exponent = truncateToInt32(p);
@@ -322,7 +350,7 @@ StepPtr powerOfReal(StepPtr x, double p)
     if (exponent == 2) {
         return mapReal(kSquare, std::move(x));
     }
-    return mapReal(std::move(x), [exponent](double base) { return wholePower(base, exponent); });
+    return wholePowerOfReal(std::move(x), exponent);
 }
 
 }  // namespace

@@ -268,6 +268,21 @@ TEST_P(ZetEqnTileFunctions, pow)
     expectEmpty(ZetEqnTile().pow(2.0));
 }
 
+TEST_P(ZetEqnTileFunctions, wholePowersOfManyElements)
+{
+    const Values values = valuesOf(ZetDataType::Double, 1300);
+    Values fifth;
+    Values invertedCube;
+    for (const Complex& value : values) {
+        const double x = value.real();
+        fifth.push_back(x * ((x * x) * (x * x)));
+        invertedCube.push_back(1.0 / (x * (x * x)));
+    }
+    expectTile(ownTile(ZetDataType::Double, values).pow(5.0), ZetDataType::Double, fifth);
+    expectTile(ownTile(ZetDataType::Double, values).pow(-3.0), ZetDataType::Double, invertedCube);
+    expectTile(ownTile(ZetDataType::Double, values).pow(0.0), ZetDataType::Double, Values(1300, Complex(1.0)));
+}
+
 TEST_P(ZetEqnTileFunctions, factorial)
 {
     struct Row
