@@ -140,9 +140,10 @@ template <class T>
 void median_append(std::vector<double>& numbers, const ZetEqnTile& tile)
 {
     const unsigned long count = tile.elements<T>() ? tile.size() : 0;
-    numbers.reserve(numbers.size() + count);
+    const std::size_t before = numbers.size();
+    numbers.resize(before + count);  // grows by factors, where reserve() would copy all for each tile
     for (unsigned long i = 0; i < count; ++i) {
-        numbers.push_back(static_cast<double>(elementAt<T>(tile, static_cast<long>(i) * tile.increment())));
+        numbers[before + i] = static_cast<double>(elementAt<T>(tile, static_cast<long>(i) * tile.increment()));
     }
 }
 

@@ -19,6 +19,7 @@ thread_local long s_blocksLeft = -1;
 constexpr std::size_t kGreatestToFail = 4096;
 
 std::atomic<long> s_liveBlocks(0);
+std::atomic<std::size_t> s_bytes(0);
 
 void release(void* block)
 {
@@ -39,6 +40,7 @@ void* operator new(std::size_t size)
         throw std::bad_alloc();
     }
     ++s_liveBlocks;
+    s_bytes += size;
     return block;
 }
 
@@ -179,6 +181,22 @@ TEST(ZetEqnParserMemory, whereEachAllocationFailsOverTiles)
         }
         EXPECT_GT(blocks, 50);
     }
+}
+
+TEST(ZetEqnParserMemory, aMedianOfManyTilesCopiesItsNumbersAFewTimes)
+{
+    ZetString text = L"median(x";
+    for (int i = 1; i < 300; ++i) {
+        text += L",x";
+    }
+    ZetEqnParser parser;
+    ASSERT_TRUE(parser.parse(text + L")"));
+    parser.setValue(L"x", someTile());
+    const std::size_t before = s_bytes;
+    EXPECT_EQ(parser.evaluate().value<double>(), 7.0);
+    const std::size_t numbers = 300 * 700 * sizeof(double);
+    EXPECT_GT(s_bytes - before, numbers);
+    EXPECT_LT(s_bytes - before, 10 * numbers);
 }
 
 }  // namespace
