@@ -13,8 +13,8 @@ namespace {
 bool areEqual(ZetEqnArgs& args)
 {
     ZetOperand b = ZetOperand::of(args[1]);
-    ZetOperand a = ZetOperand::of(args[0]);
-    return a.value() == b.value();
+    const ZetVariant& right = b.value();
+    return ZetOperand::of(args[0]).value() == right;
 }
 
 struct Ordering

@@ -585,6 +585,20 @@ TEST_P(ZetFusedEvaluation, memoryThatCannotBeHad)
     }
 }
 
+// An equality needs the tile of its right side before the left side is evaluated.
+TEST_P(ZetFusedEvaluation, anEqualityThatHasNoMemory)
+{
+    Equation failing(L"(a-x) == c*2");
+    Equation equation(L"a*2 == c*2");
+    const ZetNoMemory none;
+    EXPECT_EQ(failing.outcome(), L"!Cannot allocate '24' bytes for buffer.");
+    const ZetCollectingHandler posted;
+    EXPECT_EQ(equation.outcome(), L"Bool 0");
+    const ZetString ofLeft = L"Cannot allocate '40' bytes for buffer.";
+    const ZetString ofRight = L"Cannot allocate '24' bytes for buffer.";
+    EXPECT_EQ(posted.texts(), (std::vector<ZetString>{ofRight, ofLeft, ofRight, ofLeft}));
+}
+
 TEST_P(ZetFusedEvaluation, onlyResultsHaveBlocks)
 {
     struct Count
