@@ -8,6 +8,7 @@
 #include <zet/ZetRoundClipLoop>
 
 #include "core/ZetUnitInit"
+#include "eqn/ZetPendingTile"
 #include "eqn/ZetRankSelection"
 #include "eqn/ZetRoundClipRanges"
 #include "eqn/ZetTileAccess"
@@ -16,28 +17,8 @@ namespace zet {
 
 namespace {
 
-using internal::kDoubleColumn;
-using internal::kTileBlock;
-using internal::pixelKernels;
+using internal::ZetPendingTile;
 using internal::ZetTileSource;
-
-/// Runs a reducing loop over a real tile; 0.0 for any other.
-double reduce(const internal::ZetPixelKernels::Reductions& loops, const ZetEqnTile& tile, double start)
-{
-    const ZetTileSource source(tile);
-    if (!source.isReal()) {
-        return 0.0;
-    }
-    if (source.isDense()) {
-        return loops.at[source.column()](source.at(0), source.size(), start);
-    }
-    internal::forBlocks(source.size(), [&](unsigned long first, unsigned long count) {
-        double block[kTileBlock];
-        source.copy(first, count, block);
-        start = loops.at[kDoubleColumn](block, count, start);
-    });
-    return start;
-}
 
 /// The median of a tile of T; elements with gaps are brought together first.
 template <class T>
@@ -65,17 +46,17 @@ ZetEqnTile partOf(const ZetEqnTile& tile, unsigned long first, unsigned long cou
 
 double ZetEqnTile::sum() const
 {
-    return reduce(pixelKernels().sum, *this, 0.0);
+    return ZetPendingTile(*this).sum();
 }
 
 double ZetEqnTile::max() const
 {
-    return reduce(pixelKernels().extreme[internal::kGreatest], *this, std::numeric_limits<double>::min());
+    return ZetPendingTile(*this).max();
 }
 
 double ZetEqnTile::min() const
 {
-    return reduce(pixelKernels().extreme[internal::kLeast], *this, std::numeric_limits<double>::max());
+    return ZetPendingTile(*this).min();
 }
 
 double ZetEqnTile::median() const
