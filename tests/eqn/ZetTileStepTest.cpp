@@ -14,8 +14,8 @@
 #include <gtest/gtest.h>
 
 #include "support/ZetEachKernelBuild"
+#include "support/ZetPixelSource"
 #include "support/ZetRandom"
-#include "support/ZetTilePixels"
 
 namespace zet {
 namespace test {
@@ -84,7 +84,7 @@ private:
 };
 
 /// The elements of a step, strip by strip.
-Values elementsOf(const ZetTileStep& step, unsigned long size, unsigned long length = kTileBlock)
+Values runsOf(const ZetTileStep& step, unsigned long size, unsigned long length = kTileBlock)
 {
     const ZetDataType::Type type = step.isReal() ? kColumns[step.column()] : ZetDataType::ComplexDouble;
     GuardedBlocks blocks(step);
@@ -110,34 +110,6 @@ void expectSame(const Values& found, const Values& expected)
             << "element " << i << " is " << found[i] << " and not " << expected[i];
     }
 }
-
-Values elementsOf(const ZetEqnTile& tile)
-{
-    Values values;
-    for (unsigned long i = 0; i < tile.size(); ++i) {
-        values.push_back(elementAt(tile, i));
-    }
-    return values;
-}
-
-/// A tile on pixels of a type: \p increment apart, which may be -1 or 0, at \p offset bytes from an
-/// address for doubles.
-struct Source
-{
-    Source(ZetDataType::Type type, const Values& values, long increment = 1, unsigned long offset = 0)
-        : pixels(type, values, std::max(1L, increment), offset), tile(pixels.tile)
-    {
-        const unsigned long elementSize = static_cast<unsigned long>(ZetDataType(type).size());
-        unsigned char* const first = pixels.bytes.data() + offset;
-        if (increment < 1) {
-            unsigned char* const start = increment < 0 ? first + (values.size() - 1) * elementSize : first;
-            tile = ZetEqnTile(new ZetBuffer(elementSize, start, false), type, values.size(), increment);
-        }
-    }
-
-    ZetTilePixels pixels;
-    ZetEqnTile tile;
-};
 
 struct SourceRow
 {
@@ -192,7 +164,7 @@ TEST_P(ZetTileStepRuns, sourcesOfRealElements)
         for (const SourceRow& row : kShapes) {
             SCOPED_TRACE(testing::Message()
                          << row.size << " of type " << type << " by " << row.increment << " at " << row.offset);
-            const Source source(type, valuesOf(type, row.size, row.size), row.increment, row.offset);
+            const ZetPixelSource source(type, valuesOf(type, row.size, row.size), row.increment, row.offset);
             const ZetSourceStep step(source.tile);
             expectSource(step, source.tile);
             EXPECT_EQ(step.size(), row.size);
@@ -204,8 +176,8 @@ TEST_P(ZetTileStepRuns, sourcesOfRealElements)
             EXPECT_EQ(step.column(), row.isInPlace ? column : 7);
             EXPECT_EQ(step.elementSize(), row.isInPlace ? static_cast<std::size_t>(ZetDataType(type).size()) : 8u);
             EXPECT_EQ(step.isDoubles(), !row.isInPlace || (type == ZetDataType::Double && !row.isMisaligned));
-            expectSame(elementsOf(step, row.size), elementsOf(source.tile));
-            expectSame(elementsOf(step, row.size, 37), elementsOf(source.tile));
+            expectSame(runsOf(step, row.size), elementsOf(source.tile));
+            expectSame(runsOf(step, row.size, 37), elementsOf(source.tile));
         }
     }
 }
@@ -216,7 +188,7 @@ TEST_P(ZetTileStepRuns, sourcesOfComplexElements)
         for (const SourceRow& row : kShapes) {
             SCOPED_TRACE(testing::Message()
                          << row.size << " of type " << type << " by " << row.increment << " at " << row.offset);
-            const Source source(type, valuesOf(type, row.size, row.size), row.increment, row.offset);
+            const ZetPixelSource source(type, valuesOf(type, row.size, row.size), row.increment, row.offset);
             const ZetSourceStep step(source.tile);
             const bool isDouble = type == ZetDataType::ComplexDouble;
             expectSource(step, source.tile);
@@ -228,8 +200,8 @@ TEST_P(ZetTileStepRuns, sourcesOfComplexElements)
             EXPECT_EQ(step.isInPlace(), row.isInPlace && isDouble) << "parts that are floats are converted";
             EXPECT_EQ(step.isMisaligned(), row.isMisaligned && isDouble);
             EXPECT_EQ(step.elementSize(), 16u);
-            expectSame(elementsOf(step, row.size), elementsOf(source.tile));
-            expectSame(elementsOf(step, row.size, 37), elementsOf(source.tile));
+            expectSame(runsOf(step, row.size), elementsOf(source.tile));
+            expectSame(runsOf(step, row.size, 37), elementsOf(source.tile));
         }
     }
 }
@@ -242,7 +214,7 @@ TEST_P(ZetTileStepRuns, elementsInPlaceAreThoseOfTheTile)
         const ZetEqnTile tile = ownTile(type, valuesOf(type, size));
         const ZetSourceStep step(tile);
         // any number of them, and no block is written
-        expectSame(elementsOf(step, size, size), elementsOf(tile));
+        expectSame(runsOf(step, size, size), elementsOf(tile));
         const char* const first = tile.elements<const char>();
         EXPECT_EQ(step.run({0, size}, nullptr, nullptr), first);
         EXPECT_EQ(step.run({700, 5}, nullptr, nullptr), first + 700 * step.elementSize());
@@ -311,7 +283,7 @@ TEST(ZetTileStep, numbersAreRunsOfEqualElements)
         EXPECT_EQ(step->firstTile(), nullptr);
         EXPECT_EQ(step->lender(ZetDataType::Double, 512), nullptr);
         EXPECT_EQ(step->toSource(), nullptr);
-        expectSame(elementsOf(*step, 1100), Values(1100, value));
+        expectSame(runsOf(*step, 1100), Values(1100, value));
     }
 }
 
@@ -366,20 +338,20 @@ void expectElements(const Real& real)
     EXPECT_EQ(real.step->elementSize(), 8u);
     EXPECT_EQ(real.step->toSource(), nullptr);
     ASSERT_EQ(real.step->size(), real.size());
-    expectSame(elementsOf(*real.step, real.size()), Values(real.values.begin(), real.values.end()));
+    expectSame(runsOf(*real.step, real.size()), Values(real.values.begin(), real.values.end()));
 }
 
 TEST_P(ZetTileStepRuns, oneOperatorOfEveryTwoTypes)
 {
     for (const ZetDataType::Type left : kColumns) {
-        const Source x(left, valuesOf(left, 600, 1));
+        const ZetPixelSource x(left, valuesOf(left, 600, 1));
         for (const ZetArithmetic op : kOperators) {
             SCOPED_TRACE(testing::Message() << "types " << left << " and number, operator " << op);
             expectElements(combined(op, elementsIn(x.tile), numberOf(0.3)));
             expectElements(combined(op, numberOf(-7.0), elementsIn(x.tile)));
         }
         for (const ZetDataType::Type right : kColumns) {
-            const Source y(right, valuesOf(right, 599, 4), 1, 3);
+            const ZetPixelSource y(right, valuesOf(right, 599, 4), 1, 3);
             for (const ZetArithmetic op : kOperators) {
                 SCOPED_TRACE(testing::Message() << "types " << left << " " << right << " operator " << op);
                 Real result = combined(op, elementsIn(x.tile), elementsIn(y.tile));
@@ -421,10 +393,10 @@ public:
 
 private:
     double m_number;
-    Source m_doubles;
-    Source m_gathered;
-    Source m_bytes;
-    Source m_misaligned;
+    ZetPixelSource m_doubles;
+    ZetPixelSource m_gathered;
+    ZetPixelSource m_bytes;
+    ZetPixelSource m_misaligned;
 };
 
 TEST_P(ZetTileStepRuns, chainsOfEveryTwoOperators)
@@ -458,10 +430,10 @@ TEST_P(ZetTileStepRuns, chainsOfEveryTwoOperators)
 TEST_P(ZetTileStepRuns, quotientsOfSumsAndDifferences)
 {
     for (const ZetDataType::Type type : kColumns) {
-        const Source x(type, valuesOf(type, 1030, 0));
-        const Source y(type, valuesOf(type, 1100, 1), 1, 1);
-        const Source z(type, valuesOf(type, 1029, 2));
-        const Source w(type, valuesOf(type, 1030, 3), 1, 5);
+        const ZetPixelSource x(type, valuesOf(type, 1030, 0));
+        const ZetPixelSource y(type, valuesOf(type, 1100, 1), 1, 1);
+        const ZetPixelSource z(type, valuesOf(type, 1029, 2));
+        const ZetPixelSource w(type, valuesOf(type, 1030, 3), 1, 5);
         for (const ZetArithmetic first : kOperators) {
             for (const ZetArithmetic second : kOperators) {
                 SCOPED_TRACE(testing::Message() << "type " << type << " operators " << first << " " << second);
@@ -481,9 +453,9 @@ TEST_P(ZetTileStepRuns, quotientsOfSumsAndDifferences)
 
 TEST_P(ZetTileStepRuns, quotientsOfSeveralTypesOrWithNumbers)
 {
-    const Source bytes(ZetDataType::U8, valuesOf(ZetDataType::U8, 1030, 0));
-    const Source words(ZetDataType::U16, valuesOf(ZetDataType::U16, 1030, 5));
-    const Source doubles(ZetDataType::Double, valuesOf(ZetDataType::Double, 1030, 2));
+    const ZetPixelSource bytes(ZetDataType::U8, valuesOf(ZetDataType::U8, 1030, 0));
+    const ZetPixelSource words(ZetDataType::U16, valuesOf(ZetDataType::U16, 1030, 5));
+    const ZetPixelSource doubles(ZetDataType::Double, valuesOf(ZetDataType::Double, 1030, 2));
     const auto operand = [&](char name) {
         return name == 'b'   ? elementsIn(bytes.tile)
                : name == 'w' ? elementsIn(words.tile)
@@ -571,10 +543,10 @@ public:
 
 private:
     std::complex<double> m_number;
-    Source m_pairs;
-    Source m_floats;
-    Source m_gathered;
-    Source m_reals;
+    ZetPixelSource m_pairs;
+    ZetPixelSource m_floats;
+    ZetPixelSource m_gathered;
+    ZetPixelSource m_reals;
 };
 
 void expectElements(const Complex& complex)
@@ -584,7 +556,7 @@ void expectElements(const Complex& complex)
     EXPECT_TRUE(complex.step->needsBlock());
     EXPECT_EQ(complex.step->elementSize(), 16u);
     ASSERT_EQ(complex.step->size(), complex.values.size());
-    expectSame(elementsOf(*complex.step, complex.values.size()), complex.values);
+    expectSame(runsOf(*complex.step, complex.values.size()), complex.values);
 }
 
 TEST_P(ZetTileStepRuns, chainsOfComplexElements)
@@ -650,10 +622,10 @@ Values distinct(unsigned long size, double first)
 
 TEST_P(ZetTileStepRuns, blocksOfRealTreesSuffice)
 {
-    const Source doubles(ZetDataType::Double, distinct(1300, 1.0));
-    const Source gathered(ZetDataType::Double, distinct(1290, 3.0), 2);
-    const Source floats(ZetDataType::Float, distinct(1280, 5.0), 3);
-    const Source bytes(ZetDataType::U8, valuesOf(ZetDataType::U8, 1310));
+    const ZetPixelSource doubles(ZetDataType::Double, distinct(1300, 1.0));
+    const ZetPixelSource gathered(ZetDataType::Double, distinct(1290, 3.0), 2);
+    const ZetPixelSource floats(ZetDataType::Float, distinct(1280, 5.0), 3);
+    const ZetPixelSource bytes(ZetDataType::U8, valuesOf(ZetDataType::U8, 1310));
     const ZetEqnTile* const tiles[] = {&doubles.tile, &gathered.tile, &floats.tile, &bytes.tile};
     for (int kinds = 1; kinds < 1 << std::size(tiles); ++kinds) {
         std::vector<const ZetEqnTile*> leaves;
@@ -678,9 +650,9 @@ TEST_P(ZetTileStepRuns, blocksOfRealTreesSuffice)
 
 TEST_P(ZetTileStepRuns, blocksOfComplexTreesSuffice)
 {
-    const Source pairs(ZetDataType::ComplexDouble, distinct(1300, 1.0));
-    const Source gathered(ZetDataType::ComplexDouble, distinct(1290, 3.0), 2);
-    const Source floats(ZetDataType::ComplexFloat, distinct(1280, 5.0));
+    const ZetPixelSource pairs(ZetDataType::ComplexDouble, distinct(1300, 1.0));
+    const ZetPixelSource gathered(ZetDataType::ComplexDouble, distinct(1290, 3.0), 2);
+    const ZetPixelSource floats(ZetDataType::ComplexFloat, distinct(1280, 5.0));
     const ZetEqnTile* const tiles[] = {&pairs.tile, &gathered.tile, &floats.tile};
     for (int shape = 0; shape < ShapeCount; ++shape) {
         for (const int count : kLeaves) {
@@ -774,16 +746,16 @@ TEST(ZetTileStep, blocksOfElementsOfSeveralSizesSuffice)
     for (unsigned long i = 0; i < 1100; ++i) {
         whole.emplace_back(static_cast<double>(i * 37 % 251));
     }
-    const Source bytes(ZetDataType::U8, whole);
-    const Source words(ZetDataType::U16, whole, 1, 1);
-    const Source floats(ZetDataType::Float, whole, 2);
-    const Source doubles(ZetDataType::Double, whole, -1);
+    const ZetPixelSource bytes(ZetDataType::U8, whole);
+    const ZetPixelSource words(ZetDataType::U16, whole, 1, 1);
+    const ZetPixelSource floats(ZetDataType::Float, whole, 2);
+    const ZetPixelSource doubles(ZetDataType::Double, whole, -1);
     const std::vector<const ZetEqnTile*> tiles = {&bytes.tile, &words.tile, &floats.tile, &doubles.tile};
     for (std::uint64_t number = 0; number < 300; ++number) {
         SCOPED_TRACE(number);
         ZetRandom random(11, number);
         const Mixed tree = randomMix(3, random, tiles);
-        expectSame(elementsOf(*tree.step, 1100), Values(tree.values.begin(), tree.values.end()));
+        expectSame(runsOf(*tree.step, 1100), Values(tree.values.begin(), tree.values.end()));
     }
 }
 

@@ -143,7 +143,8 @@ double rounded(int op, double x, double y)
 /// Doubles of all sizes with NaN, infinities, zeros and the least numbers among them.
 std::vector<double> doubles(unsigned long seed, std::size_t count)
 {
-    const double special[] = {NAN, HUGE_VAL, -HUGE_VAL, 0.0, -0.0, 5e-324, -5e-324, 0x1p-1022, 0x1.fffffffffffffp1023};
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double special[] = {nan, HUGE_VAL, -HUGE_VAL, 0.0, -0.0, 5e-324, -5e-324, 0x1p-1022, 0x1.fffffffffffffp1023};
     std::mt19937_64 random(seed);
     std::vector<double> values(count);
     for (double& value : values) {
