@@ -1,5 +1,7 @@
 #include "eqn/ZetOperand"
 
+#include <utility>
+
 #include <zet/ZetTextMsg>
 
 #include "core/ZetUnitInit"
@@ -81,8 +83,8 @@ const ZetVariant& ZetOperand::value(ZetTileMemory& memory)
 {
     if (const double* const number = std::get_if<double>(&m_value)) {
         m_value = ZetVariant(*number);
-    } else if (const ZetPendingTile* const tile = std::get_if<ZetPendingTile>(&m_value)) {
-        m_value = ZetVariant(tile->compute(memory));
+    } else if (ZetPendingTile* const tile = std::get_if<ZetPendingTile>(&m_value)) {
+        m_value = ZetVariant(std::move(*tile).compute(memory));
     }
     return *variant();
 }

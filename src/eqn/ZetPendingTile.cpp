@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "core/ZetUnitInit"
 
@@ -59,13 +60,13 @@ ZetPendingTile ZetPendingTile::empty()
     return ZetPendingTile(none);
 }
 
-ZetEqnTile ZetPendingTile::compute() const
+ZetEqnTile ZetPendingTile::compute() &&
 {
     ZetTileMemory memory;
-    return compute(memory);
+    return std::move(*this).compute(memory);
 }
 
-ZetEqnTile ZetPendingTile::compute(ZetTileMemory& memory) const
+ZetEqnTile ZetPendingTile::compute(ZetTileMemory& memory) &&
 {
     return tile() ? *tile() : computed(*m_step, memory);
 }

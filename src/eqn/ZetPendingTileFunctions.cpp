@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <complex>
+#include <utility>
 
 #include <zet/ZetCoreFunctions>
 
@@ -396,7 +397,7 @@ ZetPendingTile ZetPendingTile::roundclip(const ZetDataType& type, double lo, dou
     const int column = realColumn(type.type());
     const bool hasElements = !tile() || m_step->size() == tile()->size();
     if (!m_step->isReal() || column < 0 || !hasElements) {
-        return ZetPendingTile(ZetVariant(compute().roundclip(type, lo, hi)));
+        return ZetPendingTile(ZetVariant(std::move(*this).compute().roundclip(type, lo, hi)));
     }
     const auto loop = pixelKernels().roundClip[m_step->column()].to[column];
     return ZetPendingTile(makeLoopStep(type, {std::move(m_step)},
