@@ -44,7 +44,7 @@ ZetOperand::ZetOperand(const ZetVariant* leaf) : m_value(leaf)
 {
     classify();
     if (!m_number) {
-        m_value = *leaf;
+        m_value.emplace<ZetVariant>(*leaf);
     }
 }
 
