@@ -273,8 +273,8 @@ const ZetVariant& ZetEqnParser_p::evaluate(ZetTextMsg* message)
         return m_result;
     }
     try {
-        for (std::size_t i = m_equations.size(); i-- > 0;) {
-            const auto& [name, tree] = m_equations[i];
+        for (std::size_t i = m_equations.size(); i-- > 0 && i < m_equations.size();) {
+            const auto [name, tree] = m_equations[i];  // kept: the handler of a message may parse anew
             ZetOperand operand = tree->operand();
             const ZetVariant& value = operand.value(m_memory);
             if (!name.empty()) {

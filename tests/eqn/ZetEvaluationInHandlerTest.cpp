@@ -105,6 +105,23 @@ TEST(ZetEvaluationInHandler, variablesGetValuesOfOtherKinds)
     }
 }
 
+TEST(ZetEvaluationInHandler, anotherEquationIsParsed)
+{
+    for (const wchar_t* const text : {L"", L"7", L"c*7; c=1"}) {
+        bothWays([&] {
+            ZetEqnParser parser;
+            ASSERT_TRUE(parser.parse(L"b+1; definition=((x*3)==(x*5)); b=2"));
+            parser.setValue(L"x", flat(1.0));
+            const FailOnce failure([&] { parser.parse(text); });
+            parser.evaluate();
+            EXPECT_EQ(parser.expression(), text);
+            ASSERT_TRUE(parser.parse(L"a+1"));
+            parser.setValue(L"a", 2.0);
+            EXPECT_EQ(held<double>(parser.evaluate()), 3.0);
+        });
+    }
+}
+
 TEST(ZetEvaluationInHandler, aFailureLeavesNoResult)
 {
     bothWays([] {
