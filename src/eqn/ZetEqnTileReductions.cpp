@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <vector>
@@ -81,13 +80,13 @@ void internal::roundClipInRanges(const ZetEqnTile& source, ZetEqnTile& result, d
 {
     const auto run = [&](auto in, auto out) {
         using Loop = ZetRoundClipLoop<typename decltype(in)::type, typename decltype(out)::type>;
-        for (unsigned long first = 0; first < result.size(); first += longestRange) {
-            const unsigned long count = std::min(longestRange, result.size() - first);
+        const auto runRange = [&](unsigned long first, unsigned long count) {
             const ZetEqnTile from = partOf(source, first, count);
             ZetEqnTile to = partOf(result, first, count);
             doParallelFor(ZetBlockedRange1D<int>(static_cast<int>(count)), Loop(&from, &to, lo, hi), useParallelLoops(),
                           true);
-        }
+        };
+        forBlocks(result.size(), runRange, longestRange);
     };
     if (ZetTileSource(source).size() < result.size()) {
         return;

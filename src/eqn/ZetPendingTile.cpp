@@ -1,6 +1,5 @@
 #include "eqn/ZetPendingTile"
 
-#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -17,18 +16,16 @@ void write(const ZetTileStep& step, const ZetEqnTile& result, bool isStaged, Zet
 {
     const std::size_t elementSize = step.elementSize();
     const bool inStrips = !step.isOfRunsInPlace();
-    const unsigned long length = inStrips ? kTileBlock : result.size();
     double* const spare = inStrips ? memory.doubles((step.spareBlocks() + 1) * kStripBlock) : nullptr;
-    char* out = result.elements<char>();
-    for (ZetStrip strip = {0, 0}; strip.first < result.size(); strip.first += strip.count) {
-        strip.count = std::min(length, result.size() - strip.first);
+    const auto writeStrip = [&](unsigned long first, unsigned long count) {
+        char* const out = result.elements<char>() + first * elementSize;
         if (isStaged && inStrips) {
-            std::memcpy(out, step.run(strip, spare, spare + kStripBlock), strip.count * elementSize);
+            std::memcpy(out, step.run({first, count}, spare, spare + kStripBlock), count * elementSize);
         } else {
-            step.run(strip, out, spare);
+            step.run({first, count}, out, spare);
         }
-        out += strip.count * elementSize;
-    }
+    };
+    forBlocks(result.size(), writeStrip, inStrips ? kTileBlock : result.size());
 }
 
 /// The tile of a step's elements.
@@ -84,13 +81,12 @@ double ZetPendingTile::reduce(const ZetPixelKernels::Reductions& loops, double s
     }
     ZetTileMemory memory;
     const bool inStrips = !m_step->isInPlace();
-    const unsigned long length = inStrips ? kTileBlock : m_step->size();
     double* const block = inStrips ? memory.doubles((m_step->spareBlocks() + 1) * kStripBlock) : nullptr;
-    for (ZetStrip strip = {0, 0}; strip.first < m_step->size(); strip.first += strip.count) {
-        strip.count = std::min(length, m_step->size() - strip.first);
-        const void* const run = m_step->run(strip, block, inStrips ? block + kStripBlock : nullptr);
-        start = loops.at[m_step->column()](run, strip.count, start);
-    }
+    const auto reduceStrip = [&](unsigned long first, unsigned long count) {
+        const void* const run = m_step->run({first, count}, block, inStrips ? block + kStripBlock : nullptr);
+        start = loops.at[m_step->column()](run, count, start);
+    };
+    forBlocks(m_step->size(), reduceStrip, inStrips ? kTileBlock : m_step->size());
     return start;
 }
 

@@ -71,15 +71,18 @@ StepPtr toDoubles(StepPtr x)
     return x->isDoubles() ? std::move(x) : mapReal(kConvert, std::move(x));
 }
 
+/// A kernel's function of both parts of complex elements.
+StepPtr mapBothParts(ZetPixelMap map, StepPtr z)
+{
+    const auto loop = pixelKernels().map[map].at[kDoubleColumn];
+    return makeLoopStep(ZetDataType::ComplexDouble, {std::move(z)},
+                        [=](const ZetRuns& in, void* out, Count n) { loop(in[0], doublesAt(out), 2 * n, 0.0, 0.0); });
+}
+
 /// Complex elements at an address for doubles.
 StepPtr toPairs(StepPtr z)
 {
-    if (!z->isMisaligned()) {
-        return z;
-    }
-    const auto copy = pixelKernels().map[kConvert].at[kDoubleColumn];
-    return makeLoopStep(ZetDataType::ComplexDouble, {std::move(z)},
-                        [=](const ZetRuns& in, void* out, Count n) { copy(in[0], doublesAt(out), 2 * n, 0.0, 0.0); });
+    return z->isMisaligned() ? mapBothParts(kConvert, std::move(z)) : std::move(z);
 }
 
 /// fn(double) of real elements.
@@ -140,13 +143,6 @@ StepPtr combineComplex(ZetArithmetic op, StepPtr a, StepPtr b)
 {
     const auto asOperand = [](StepPtr x) { return x->isComplex() ? std::move(x) : toDoubles(std::move(x)); };
     return ZetComplexArithmeticStep::make(op, asOperand(std::move(a)), asOperand(std::move(b)));
-}
-
-StepPtr pick(ZetExtreme which, StepPtr a, StepPtr b)
-{
-    const auto loop = pixelKernels().pick[which];
-    return makeLoopStep(ZetDataType::Double, {toRealParts(std::move(a)), toRealParts(std::move(b))},
-                        [=](const ZetRuns& in, void* out, Count n) { loop(in[0], in[1], doublesAt(out), n); });
 }
 
 /// Complex elements of two runs of doubles.
@@ -222,20 +218,6 @@ ZetPendingTile ZetPendingTile::combine(ZetArithmetic op, const Complex& a, ZetPe
     return ZetPendingTile(combineComplex(op, number(a), std::move(b.m_step)));
 }
 
-ZetPendingTile ZetPendingTile::operator-() &&
-{
-    if (m_step->isReal()) {
-        return ZetPendingTile(mapReal(kNegate, std::move(m_step)));
-    }
-    if (!m_step->isComplexDouble()) {
-        return empty();
-    }
-    const auto negate = pixelKernels().map[kNegate].at[kDoubleColumn];
-    return ZetPendingTile(
-        makeLoopStep(ZetDataType::ComplexDouble, {std::move(m_step)},
-                     [=](const ZetRuns& in, void* out, Count n) { negate(in[0], doublesAt(out), 2 * n, 0.0, 0.0); }));
-}
-
 // A function of real elements: a kernel with its numbers, or fn(double).
 #define ZET_REAL_FUNCTION(Name, Parameters, ...)                                  \
     ZetPendingTile ZetPendingTile::Name Parameters&&                              \
@@ -296,6 +278,7 @@ ZET_ELEMENTARY(log10)
 
 #undef ZET_ELEMENTARY
 
+ZET_REAL_AND_COMPLEX(operator-(), mapReal(kNegate, std::move(m_step)), mapBothParts(kNegate, std::move(m_step)))
 ZET_REAL_AND_COMPLEX(sqrt(), mapReal(kSqrt, std::move(m_step)),
                      mapComplex(std::move(m_step), [](const Complex& z) { return std::sqrt(z); }))
 ZET_REAL_AND_COMPLEX(sinc(), mapReal(std::move(m_step), [](double x) { return sincOf(x); }),
@@ -363,14 +346,23 @@ ZET_REAL_AND_COMPLEX(pow(double p), powerOfReal(std::move(m_step), p),
 
 ZetPendingTile ZetPendingTile::max(ZetPendingTile other) &&
 {
-    const bool areServed = isServedAsReal(m_step) && isServedAsReal(other.m_step);
-    return areServed ? ZetPendingTile(pick(kGreatest, std::move(m_step), std::move(other.m_step))) : empty();
+    return pick(kGreatest, std::move(other));
 }
 
 ZetPendingTile ZetPendingTile::min(ZetPendingTile other) &&
 {
-    const bool areServed = isServedAsReal(m_step) && isServedAsReal(other.m_step);
-    return areServed ? ZetPendingTile(pick(kLeast, std::move(m_step), std::move(other.m_step))) : empty();
+    return pick(kLeast, std::move(other));
+}
+
+ZetPendingTile ZetPendingTile::pick(ZetExtreme which, ZetPendingTile other)
+{
+    if (!isServedAsReal(m_step) || !isServedAsReal(other.m_step)) {
+        return empty();
+    }
+    const auto loop = pixelKernels().pick[which];
+    return ZetPendingTile(
+        makeLoopStep(ZetDataType::Double, {toRealParts(std::move(m_step)), toRealParts(std::move(other.m_step))},
+                     [=](const ZetRuns& in, void* out, Count n) { loop(in[0], in[1], doublesAt(out), n); }));
 }
 
 ZetPendingTile ZetPendingTile::cmplx(ZetPendingTile re, ZetPendingTile im)

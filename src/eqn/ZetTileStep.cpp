@@ -123,22 +123,25 @@ ZetRuns ZetOperationStep::runs(const ZetStrip& strip, void* block, double* spare
     return runs;
 }
 
+/// The first tile that \p tileOf gives for an operand, from left to right.
+template <class TileOf>
+const ZetEqnTile* ZetOperationStep::firstOf(const TileOf& tileOf) const
+{
+    const ZetEqnTile* tile = nullptr;
+    for (std::size_t i = 0; i < m_operands.size() && !tile; ++i) {
+        tile = m_operands[i] ? tileOf(*m_operands[i]) : nullptr;
+    }
+    return tile;
+}
+
 const ZetEqnTile* ZetOperationStep::firstTile() const
 {
-    const ZetEqnTile* first = nullptr;
-    for (std::size_t i = 0; i < m_operands.size() && !first; ++i) {
-        first = m_operands[i] ? m_operands[i]->firstTile() : nullptr;
-    }
-    return first;
+    return firstOf([](const ZetTileStep& operand) { return operand.firstTile(); });
 }
 
 const ZetEqnTile* ZetOperationStep::lender(const ZetDataType& type, unsigned long size) const
 {
-    const ZetEqnTile* lender = nullptr;
-    for (std::size_t i = 0; i < m_operands.size() && !lender; ++i) {
-        lender = m_operands[i] ? m_operands[i]->lender(type, size) : nullptr;
-    }
-    return lender;
+    return firstOf([&](const ZetTileStep& operand) { return operand.lender(type, size); });
 }
 
 ZetTileStepPtr ZetArithmeticStep::make(ZetArithmetic op, Side left, Side right)
@@ -187,10 +190,7 @@ ZetTileStepPtr ZetArithmeticStep::makeChain(ZetArithmeticStep& first, ZetArithme
 {
     const std::array<double, 3> numbers = {first.m_number, first.m_number, other.number};
     ZetOperands operands = {std::move(first.m_operands[0]), std::move(first.m_operands[1]), std::move(other.step)};
-    int kinds = 0;
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
-        kinds |= operands[i] ? 0 : 1 << i;
-    }
+    const int kinds = (operands[0] ? 0 : kNumberX) | (operands[1] ? 0 : kNumberY) | (operands[2] ? 0 : kNumberZ);
     const auto loop = pixelKernels().chain[first.m_op][second][isTurned][kinds];
     return makeLoopStep(
         ZetDataType::Double, std::move(operands), [loop, numbers](const ZetRuns& in, void* out, unsigned long count) {

@@ -11,7 +11,6 @@ namespace internal {
 
 namespace {
 
-constexpr std::size_t kCacheLine = 64;
 constexpr std::size_t kLeastToAlign = 1024;
 constexpr std::size_t kHugePage = std::size_t{2} << 20;
 constexpr std::size_t kLeastForHugePages = 2 * kHugePage;
