@@ -1,8 +1,6 @@
 #include <zet/ZetEqnParser>
 
 #include <algorithm>
-#include <atomic>
-#include <cstdlib>
 #include <new>
 #include <string>
 
@@ -10,61 +8,13 @@
 
 #include <zet/ZetEqnTile>
 
-namespace {
-
-// How many blocks may still be had; any number below 0.
-thread_local long s_blocksLeft = -1;
-
-// The parser that bison makes promises that its first stack, of some kilobytes, can be had.
-constexpr std::size_t kGreatestToFail = 4096;
-
-std::atomic<long> s_liveBlocks(0);
-std::atomic<std::size_t> s_bytes(0);
-
-void release(void* block)
-{
-    s_liveBlocks -= block ? 1 : 0;
-    std::free(block);
-}
-
-}  // namespace
-
-void* operator new(std::size_t size)
-{
-    if (s_blocksLeft >= 0 && size <= kGreatestToFail && s_blocksLeft-- == 0) {
-        s_blocksLeft = 0;
-        throw std::bad_alloc();
-    }
-    void* const block = std::malloc(size > 0 ? size : 1);
-    if (!block) {
-        throw std::bad_alloc();
-    }
-    ++s_liveBlocks;
-    s_bytes += size;
-    return block;
-}
-
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept
-{
-    try {
-        return operator new(size);
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
-}
-
-void operator delete(void* block) noexcept
-{
-    release(block);
-}
-
-void operator delete(void* block, std::size_t) noexcept
-{
-    release(block);
-}
+#include "support/ZetCountedNew"
 
 namespace zet {
 namespace {
+
+// The parser that bison makes promises that its first stack, of some kilobytes, can be had.
+constexpr std::size_t kGreatestToFail = 4096;
 
 void useAll(ZetEqnParser& parser, const ZetString& text)
 {
@@ -113,6 +63,7 @@ bool sufficed(const ZetString& text, long blocks, void (*use)(ZetEqnParser&, con
     bool enough = false;
     {
         ZetEqnParser parser;
+        s_greatestToFail = kGreatestToFail;
         s_blocksLeft = blocks;
         try {
             use(parser, text);

@@ -1,52 +1,12 @@
 #include <zet/ZetTempFile>
 
-#include <atomic>
-#include <cstdlib>
 #include <filesystem>
 #include <new>
 
 #include <gtest/gtest.h>
 
+#include "support/ZetCountedNew"
 #include "support/ZetScratchFolder"
-
-namespace {
-
-// How many blocks may still be had; any number below 0.
-thread_local long s_blocksLeft = -1;
-
-std::atomic<long> s_liveBlocks(0);
-
-void release(void* block)
-{
-    s_liveBlocks -= block ? 1 : 0;
-    std::free(block);
-}
-
-}  // namespace
-
-void* operator new(std::size_t size)
-{
-    if (s_blocksLeft >= 0 && s_blocksLeft-- == 0) {
-        s_blocksLeft = 0;
-        throw std::bad_alloc();
-    }
-    void* const block = std::malloc(size > 0 ? size : 1);
-    if (!block) {
-        throw std::bad_alloc();
-    }
-    ++s_liveBlocks;
-    return block;
-}
-
-void operator delete(void* block) noexcept
-{
-    release(block);
-}
-
-void operator delete(void* block, std::size_t) noexcept
-{
-    release(block);
-}
 
 namespace zet {
 namespace {
